@@ -1,0 +1,3 @@
+#include "core/navigation.h"
+
+Navigation navigation;

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QtCore/QString>
+
+/// Fills `engine.appPath`, `engine.exeName` and `engine.keyFile`: the executable's folder when files can be
+/// made there, else the user's data folder (made when it is missing); the executable's base name;
+/// `quvana.ini` in the user's configuration folder.
+void locateProgram();
+
+/// True when the mark of a first run can be opened for writing. `keyPath` is the key's path,
+/// "Software\Lomvex\quvana".
+bool KeyExists(const QString &keyPath);
+/// Makes the key and writes the value `dbpath` = `engine.storeFilePath`. A failure is not reported.
+void CreateProgramKey(const QString &keyPath);
+
+/// The name of the operating system's logged-in user; empty when it gives none.
+QString operatingSystemUser();

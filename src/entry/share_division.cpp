@@ -1,0 +1,1 @@
+#include "entry/share_division.h"

@@ -1,0 +1,1 @@
+#include "family/check_family.h"

@@ -1,0 +1,1 @@
+#include "platform/database/sql/catalog.h"

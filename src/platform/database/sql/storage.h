@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/database/field.h"
+#include "platform/database/sql/compiler.h"
+
+/// The one place that knows how values stand in the file.
+namespace sql
+{
+
+/// A value as a column of that type stores it. The value is converted to the type first, texts by the
+/// run-time's rules.
+/// @throws RuntimeError 13 when it can't be converted, 6 outside the type's range.
+Parameter toStorage(const Value &value, FieldType type);
+
+/// A stored value as a field of that type gives it. A stored value that is not of the type's own form
+/// (written by another tool) is converted if it can be; otherwise RuntimeError -2147217887.
+Value fromStorage(const Parameter &stored, FieldType type);
+
+} // namespace sql
+
+struct sqlite3;
+
+namespace sql
+{
+
+/// Registers the dialect's functions and the collation `arabic` (ICU, locale ar, case and trailing blanks
+/// ignored) on an engine handle. The emitter's texts and the store's own indexes need them.
+/// @throws RuntimeError when the collation can't be made.
+void registerFunctions(sqlite3 *handle);
+
+} // namespace sql

@@ -1,0 +1,1 @@
+#include "platform/runtime/runtime_error.h"

@@ -1,0 +1,1 @@
+#include "platform/ui/application.h"

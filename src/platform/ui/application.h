@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QtWidgets/QApplication>
+
+#include <functional>
+
+class RuntimeError;
+
+/// Thrown to unwind everything that stands behind a wait once the process is ending: modal screens, dialogs,
+/// waits. Nobody but the event dispatch and runGuarded() catches it; it is no std::exception, so no handler
+/// of failures takes it.
+struct ProcessEnding {
+};
+
+/// The application with the one place where untrapped failures end: its event dispatch. A RuntimeError that
+/// leaves an event routine is reported by reportUntrapped() and ends the process with exit code 1.
+class Application : public QApplication
+{
+    Q_OBJECT
+
+public:
+    Application(int &argc, char **argv);
+    ~Application() override;
+    bool notify(QObject *receiver, QEvent *event) override;
+};
+
+/// Runs a routine outside of any event (Main itself) under the same rules as the event dispatch.
+void runGuarded(const std::function<void()> &routine);
+
+/// What an untrapped failure does first, before its box comes: the roll-back of an open transaction. It must
+/// not throw.
+void setUntrappedHook(std::function<void()> hook);
+
+/// Rolls back through the hook, shows the one box `Run-time error '<n>':`, blank line, description, and
+/// begins the end of the process with exit code 1. A second failure while the process ends is not shown.
+void reportUntrapped(const RuntimeError &error);
+
+/// Ends the process at once: no statement behind the call runs, no event routine is called any more. Inside
+/// of waits the stack is unwound by ProcessEnding.
+[[noreturn]] void endProcess(int exitCode = 0);
+
+/// True from the moment when the process began to end.
+bool processEnding();
+/// The exit code that it ends with.
+int processExitCode();
+/// Forgets that the process ended; for tests, which go on.
+void resetProcess();
+
+/// Serves events until `done` is true, sleeping between them. Throws ProcessEnding when the process ends
+/// meanwhile. A `done` that never becomes true makes a wait that ends only with the process.
+void serveEventsUntil(const std::function<bool()> &done);
+
+/// Serves the events that are waiting now and returns (the platform's DoEvents).
+/// Throws ProcessEnding when the process ended meanwhile.
+void serveEvents();

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+class QAction;
+class QWidget;
+class Screen;
+
+/// A control's kind by its role, whatever the toolkit's class is called.
+enum class ControlKind {
+    CommandButton,
+    OptionButton,
+    CheckBox,
+    Frame,
+    Menu, ///< a menu or an entry of one (a QAction; separators do not count)
+    Label,
+    TextBox,
+    ComboBox,
+    DTPicker,
+    PictureBox,
+    Image,
+    Line,
+    FlexGrid,
+    DataGrid,
+    StatusBar,
+    Other
+};
+
+/// All named controls of a screen, its menus' entries among them, in the order of their making. Controls
+/// inside of frames are included.
+QList<QObject *> controlsOf(const Screen &screen);
+ControlKind kindOf(const QObject *control);
+
+/// Caption of a button, option, check box, frame, label or menu entry; empty for other kinds.
+QString captionOf(const QObject *control);
+/// Nothing happens for kinds without a caption. An `&` in the caption marks the key of the next letter.
+void setCaption(QObject *control, const QString &caption);
+
+bool rightToLeftOf(const QObject *control);
+void setRightToLeft(QObject *control, bool on);
+
+/// A control without a name for the eye gets its accessible name from this text.
+void setAccessibleText(QWidget *control, const QString &text);
+
+/// Turns Arabic-Indic digits to ASCII as they are typed or pasted into the box, and refuses nothing.
+void takeAsciiDigits(QWidget *textBox);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QtWidgets/QDateEdit>
+
+/// The date picker: always a date, 1601 to 9999, shown `dd/MM/yyyy` with a calendar that drops down.
+class DatePicker : public QDateEdit
+{
+    Q_OBJECT
+
+public:
+    explicit DatePicker(QWidget *parent = nullptr);
+
+    /// Midnight of the shown day, in the form that platform/runtime/dates.h describes; with the time of the
+    /// value that was set last as long as the day stays the same.
+    QDateTime value() const;
+    void setValue(const QDateTime &value);
+
+Q_SIGNALS:
+    void closeUp(); ///< its calendar was closed
+
+private:
+    QDateTime m_set;
+};

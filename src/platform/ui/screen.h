@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QtCore/QPointer>
+#include <QtGui/QPixmap>
+#include <QtWidgets/QMainWindow>
+
+#include <functional>
+#include <vector>
+
+/// A window of the program. Its controls come from a Designer file whose top is a QMainWindow: a menu bar, a
+/// central widget that is the screen's inner surface with absolutely placed controls, and where told a status
+/// bar. Every control's objectName is its told name; the elements of a control array are named `txtFields_0`,
+/// `txtFields_1` ...
+///
+/// Life: constructing builds the controls; load() runs Form_Load once and puts the screen on the list of
+/// loaded screens; unload() runs Form_Unload, takes it off the list and deletes it later (unless its owner
+/// keeps it by value). A screen is shown by showModal() or showModeless(), which load it when it is not
+/// loaded yet. Closing its window unloads it.
+class Screen : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `name` is the told name, such as `frmMain`; it becomes the objectName.
+    explicit Screen(const QString &name);
+    ~Screen() override;
+
+    void load();
+    /// Shows it and serves events until it is hidden or unloaded. Other windows take no input meanwhile.
+    /// Throws ProcessEnding when the process ended meanwhile.
+    void showModal();
+    /// Shows it beside the others and returns; a screen that is shown already comes to the front.
+    void showModeless();
+    /// Hides it; it stays loaded, and showModal() returns.
+    void hideScreen();
+    /// Unloads it: nothing happens when it is not loaded or when Form_QueryUnload refuses.
+    void unload();
+    bool isLoaded() const { return m_loaded; }
+
+    /// The loaded screens in the order of loading.
+    static QList<Screen *> loadedScreens();
+
+    QString caption() const { return windowTitle(); }
+    void setCaption(const QString &caption) { setWindowTitle(caption); }
+    bool rightToLeft() const { return layoutDirection() == Qt::RightToLeft; }
+    /// Turns the window's own direction (menu bar, title) and the default of its controls. No control moves.
+    void setRightToLeft(bool on);
+
+    /// The inner surface on which the controls stand.
+    QWidget *surface() const { return centralWidget(); }
+    /// Inner width and height in twips.
+    int scaleWidth() const;
+    int scaleHeight() const;
+
+    /// Keeps what the ground is painted with: called with a painter over the whole surface now and after each
+    /// resize. Calls add up, in order; clearGround() forgets them.
+    void paintGround(std::function<void(QPainter &painter, QSize surface)> painting);
+    void clearGround();
+
+    /// The hourglass and back.
+    static void setHourglass(bool on);
+
+protected:
+    virtual void Form_Load() {}
+    /// False keeps the screen.
+    virtual bool Form_QueryUnload() { return true; }
+    virtual void Form_Unload() {}
+    /// Sees each key before the control that has the focus; true takes it.
+    virtual bool Form_KeyDown(QKeyEvent *event);
+    virtual void Form_Resize() {}
+
+    void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void renderGround();
+
+    bool m_loaded = false;
+    bool m_unloading = false;
+    std::vector<std::function<void(QPainter &, QSize)>> m_groundPaintings;
+    QPixmap m_ground;
+};
+
+/// The one instance of a screen class that the program shares: made when it is first asked for, and anew
+/// after it was unloaded.
+template <typename Class>
+Class &theScreen()
+{
+    static QPointer<Class> instance;
+    if (!instance)
+        instance = new Class;
+    return *instance;
+}

@@ -1,0 +1,1 @@
+#include "presentation/vocabulary.h"

@@ -1,0 +1,1 @@
+#include "store/data_helpers.h"

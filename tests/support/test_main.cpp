@@ -1,0 +1,3 @@
+#include "platform/ui/application.h"
+
+#include <gtest/gtest.h>
