@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+#include <QtWidgets/QWidget>
+
+#include <deque>
+#include <functional>
+
+class Screen;
+class QMessageBox;
+
+/// Plays a story on the running program with real key presses and clicks. The story is a row of steps; each
+/// waits until what it needs is on the display and then acts. A step may open a screen or a dialog that
+/// serves events of its own: the steps behind it are then played inside.
+class Player : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Action = std::function<void()>;
+
+    /// Pictures go to this folder, numbered in the order of taking.
+    explicit Player(const QString &pictureFolder);
+
+    /// Waits until `ready`, then acts. `what` names the step where the story fails.
+    void step(const QString &what, std::function<bool()> ready, Action action);
+    /// Waits until the screen of this name is on top, then acts on it.
+    void on(const QString &screenName, std::function<void(Screen &)> action);
+    /// Waits for a message box whose text holds this, and presses the button that closes it: Yes of a
+    /// question.
+    void acceptMessage(const QString &part);
+    /// Waits for the input box, types the text in place of what stands there, and accepts.
+    void answerInput(const QString &text);
+
+    /// Takes a picture of a window.
+    void picture(const QWidget &window, const QString &name);
+
+    /// Plays on from here; the steps run as soon as events are served.
+    void play();
+    /// True when all steps have been played.
+    bool finished() const { return m_steps.empty(); }
+    /// Why the story stopped; empty when it did not.
+    const QString &failure() const { return m_failure; }
+
+private:
+    struct Step {
+        QString what;
+        std::function<bool()> ready;
+        Action action;
+    };
+    void poll();
+
+    std::deque<Step> m_steps;
+    QTimer m_timer;
+    qint64 m_waited = 0; ///< milliseconds since the last step was played
+    QString m_failure;
+    QString m_pictureFolder;
+    int m_pictures = 0;
+};
+
+/// What a person does to a control. Each fails the story by a std::runtime_error when the control is not
+/// there or can't be used.
+namespace hand
+{
+QWidget &control(const Screen &screen, const char *name);
+void click(const Screen &screen, const char *button);
+/// Clicks into the box and types in place of what stands there.
+void type(const Screen &screen, const char *box, const QString &text);
+/// Types into whatever box has the focus.
+void typeInto(QWidget &box, const QString &text);
+void press(QWidget &target, Qt::Key key);
+/// Opens the drop-down list and clicks the entry.
+void choose(const Screen &screen, const char *combo, const QString &entry);
+/// Opens the menu in the menu bar and clicks the entry; for an entry of the bar itself `entry` is null.
+void chooseMenu(const Screen &screen, const char *menu, const char *entry);
+} // namespace hand

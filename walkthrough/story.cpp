@@ -1,0 +1,166 @@
+#include "story.h"
+
+#include "platform/ui/screen.h"
+#include "player.h"
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+const QString password = u"s3cret"_s;
+
+void addPerson(Player &player, const Person &person)
+{
+    player.on(u"frmMembers"_s, [person](Screen &screen) {
+        hand::click(screen, "cmdAdd");
+        hand::type(screen, "txtFields_0", person.name);
+        hand::click(screen, "txtFields_1");
+        hand::choose(screen, "Combo1", person.sex);
+        hand::type(screen, "txtFields_2", person.title);
+        hand::click(screen, "txtFields_3");
+        hand::choose(screen, "Combo1", person.relation);
+        hand::type(screen, "txtFields_4", person.born);
+        hand::type(screen, "txtFields_5", person.group);
+        hand::click(screen, "cmdUpdate");
+    });
+    player.acceptMessage({});
+}
+
+} // namespace
+
+std::vector<Story> stories()
+{
+    const Story arabicFirst{
+        .name = u"arabic-1"_s,
+        .arabic = true,
+        .deceased = u"عبد الرحمن بن صالح"_s,
+        .family = {{u"فاطمة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"12/03/1958"_s, u"1"_s},
+                   {u"أحمد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"04/07/1980"_s, u"1"_s},
+                   {u"صالح"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"21/11/1984"_s, u"2"_s},
+                   {u"مريم"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"30/01/1990"_s, u"2"_s}},
+        .revenue = u"1000"_s,
+        .shares = {{u"أحمد"_s, u"350"_s},
+                   {u"صالح"_s, u"350"_s},
+                   {u"فاطمة"_s, u"125"_s},
+                   {u"مريم"_s, u"175"_s}},
+    };
+    const Story arabicSecond{
+        .name = u"arabic-2"_s,
+        .arabic = true,
+        .deceased = u"إبراهيم بن خالد"_s,
+        .family = {{u"حصة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"02/02/1950"_s, u"1"_s},
+                   {u"نورة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"15/09/1962"_s, u"1"_s},
+                   {u"خالد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"08/05/1979"_s, u"2"_s},
+                   {u"سارة"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"19/12/1987"_s, u"2"_s}},
+        .revenue = u"1001.50"_s,
+        .shares = {{u"حصة"_s, u"62"_s},
+                   {u"خالد"_s, u"584.2084"_s},
+                   {u"سارة"_s, u"292.1042"_s},
+                   {u"نورة"_s, u"62"_s}},
+    };
+    const Story englishFirst{
+        .name = u"english-1"_s,
+        .arabic = false,
+        .deceased = u"Abdulrahman ibn Salih"_s,
+        .family = {{u"Fatima"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"12/03/1958"_s, u"1"_s},
+                   {u"Ahmad"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"04/07/1980"_s, u"1"_s},
+                   {u"Salih"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"21/11/1984"_s, u"2"_s},
+                   {u"Maryam"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"30/01/1990"_s, u"2"_s}},
+        .revenue = u"1000"_s,
+        .shares = {{u"Ahmad"_s, u"350"_s},
+                   {u"Fatima"_s, u"125"_s},
+                   {u"Maryam"_s, u"175"_s},
+                   {u"Salih"_s, u"350"_s}},
+    };
+    const Story englishSecond{
+        .name = u"english-2"_s,
+        .arabic = false,
+        .deceased = u"Ibrahim ibn Khalid"_s,
+        .family = {{u"Hissa"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"02/02/1950"_s, u"1"_s},
+                   {u"Noura"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"15/09/1962"_s, u"1"_s},
+                   {u"Khalid"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"08/05/1979"_s, u"2"_s},
+                   {u"Sara"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"19/12/1987"_s, u"2"_s}},
+        .revenue = u"1001.50"_s,
+        .shares = {{u"Hissa"_s, u"62"_s},
+                   {u"Khalid"_s, u"584.2084"_s},
+                   {u"Noura"_s, u"62"_s},
+                   {u"Sara"_s, u"292.1042"_s}},
+    };
+    return {arabicFirst, arabicSecond, englishFirst, englishSecond};
+}
+
+void playFirstStart(Player &player)
+{
+    player.acceptMessage(u"'3705'"_s);
+}
+
+void playFirstUser(Player &player, const Story &story)
+{
+    const QString name = story.name;
+    player.acceptMessage(u"You have to create a user SOON!"_s);
+    player.on(u"frmNewUser"_s, [&player, name](Screen &screen) {
+        hand::type(screen, "txtUsername", u"وكيل العائلة"_s);
+        hand::type(screen, "txtPassword1", password);
+        hand::type(screen, "txtPassword2", password);
+        player.picture(screen, name + u"-frmNewUser"_s);
+        hand::click(screen, "cmdOK");
+    });
+    player.acceptMessage(u"User added successfully"_s);
+    player.on(u"frmNewUser"_s, [](Screen &screen) { hand::click(screen, "cmdCancel"); });
+    player.on(u"frmLogin"_s, [](Screen &screen) { hand::click(screen, "cmdOK"); });
+    player.on(u"frmMain"_s, [story](Screen &screen) {
+        if (!story.arabic)
+            hand::chooseMenu(screen, "mnuHelp", "mnuEnglish");
+    });
+    player.on(u"frmMain"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
+}
+
+void playRevenue(Player &player, const Story &story, const std::function<void()> &lastly)
+{
+    const QString name = story.name;
+    player.on(u"frmLogin"_s, [&player, name](Screen &screen) {
+        hand::type(screen, "txtPassword", password);
+        player.picture(screen, name + u"-frmLogin"_s);
+        hand::click(screen, "cmdOK");
+    });
+    player.on(u"frmMain"_s, [&player, name](Screen &screen) {
+        player.picture(screen, name + u"-frmMain"_s);
+        hand::click(screen, "Command3");
+    });
+    player.on(u"frmChanges"_s, [&player, name](Screen &screen) {
+        player.picture(screen, name + u"-frmChanges"_s);
+        hand::click(screen, "Command2");
+    });
+    player.on(u"frmMembers"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuDesceased", nullptr); });
+    player.answerInput(story.deceased);
+    player.acceptMessage({}); // are you sure?
+    for (const Person &person : story.family)
+        addPerson(player, person);
+    player.on(u"frmMembers"_s, [&player, name](Screen &screen) {
+        hand::click(screen, "cmdRefresh");
+        player.picture(screen, name + u"-frmMembers"_s);
+        hand::click(screen, "cmdClose");
+    });
+    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command9"); });
+    player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command2"); });
+    player.on(u"frmRevenue"_s, [&player, story](Screen &screen) {
+        hand::type(screen, "txtAmount", story.revenue);
+        hand::click(screen, "cmdAll");
+        hand::press(hand::control(screen, "txtAmount"), Qt::Key_Return);
+        hand::type(screen, "txtNote", story.arabic ? u"إيجار الدكان"_s : u"Rent of the shop"_s);
+        player.picture(screen, story.name + u"-frmRevenue"_s);
+        hand::click(screen, "cmdEntry");
+    });
+    player.acceptMessage({}); // are you sure?
+    player.acceptMessage(u"Successful Entry"_s);
+    player.on(u"frmRevenue"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
+    player.on(u"frmMain"_s, [lastly](Screen &screen) {
+        if (lastly)
+            lastly();
+        hand::click(screen, "Command4");
+    });
+}
