@@ -1,0 +1,77 @@
+#pragma once
+
+#include "core/engine.h"
+
+#include <QtCore/QStringList>
+#include <QtCore/QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+/// A member's row as a test writes it. Codes: relation 1 wife, 2 son, 3 daughter; sex 1 male, 2 female.
+struct TestMember {
+    QString name;
+    int relation = 2;
+    int sex = 1;
+    int group = 1;
+    QString dob = QStringLiteral("01/01/1980"); ///< dd/MM/yyyy
+    bool valid = true;
+    QString title = {};
+};
+
+/// A user's row as a test writes it.
+struct TestUser {
+    QString userid = QStringLiteral("agent");
+    QString password = QStringLiteral("secret");
+    int rank = 3;
+    QString language = QStringLiteral("english"); ///< a null text leaves the field Null
+    QString fontName = QStringLiteral("Arial");
+    QString fontSize = QStringLiteral("8");
+    QString fontBold = QStringLiteral("true");
+    QString fontColor = QStringLiteral("0");
+    bool valid = true;
+};
+
+/// A folder of its own for each test, and a session that stands in it: `engine` is new, the program's place
+/// is the folder, the paths and connection strings are set, the language is English, the user "TEST" of rank
+/// 10 with 8-point bold Arial. No store is there yet. At the end everything is closed and forgotten: loaded
+/// screens, the connection, the clock, the navigation functions, an ended process.
+class SessionFixture : public testing::Test
+{
+protected:
+    SessionFixture();
+    ~SessionFixture() override;
+
+    QString folder() const { return m_folder.path(); }
+    /// What PrepareScreen sets for the language, without a screen.
+    static void setLanguage(bool arabic);
+
+    /// Rows of a SELECT in the store's dialect, read by a connection of its own: one text for each row, its
+    /// values joined by `|`, Null as `(null)`.
+    static QStringList rows(const QString &sql);
+    /// The same by the sqlcipher shell, which knows nothing of this program: plain SQL, stored values.
+    static QStringList shellRows(const QString &sql, const QString &path = engine.storeFilePath);
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// The same with a store fresh from CreateStore ("unknown" deceased) at `engine.storeFilePath` and
+/// `engine.dbConnection` open on it.
+class StoreFixture : public SessionFixture
+{
+protected:
+    StoreFixture();
+
+    static void addMember(const TestMember &member);
+    static void addUser(const TestUser &user = {});
+    /// Runs statements on `engine.dbConnection`.
+    static void execute(const QStringList &statements);
+};
+
+/// The language of a table-driven test: true for Arabic.
+class StoreFixtureInLanguage : public StoreFixture, public testing::WithParamInterface<bool>
+{
+protected:
+    StoreFixtureInLanguage() { setLanguage(GetParam()); }
+    bool arabic() const { return GetParam(); }
+};
