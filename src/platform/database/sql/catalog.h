@@ -4,7 +4,6 @@
 
 #include <QtCore/QString>
 
-#include <optional>
 #include <vector>
 
 namespace sql
@@ -23,8 +22,7 @@ struct CatalogTable {
     QString name;
     bool system = false;
     std::vector<CatalogColumn> columns;
-    const CatalogColumn *
-    find(const QString &column) const; ///< without regard to case; null when there is none
+    const CatalogColumn *find(QStringView column) const; ///< without regard to case; null when there is none
 };
 
 /// The tables of one store, as the binder sees them. Plain data: whoever owns the store file fills it.
@@ -32,7 +30,7 @@ class Catalog
 {
 public:
     void add(CatalogTable table);
-    const CatalogTable *find(const QString &table) const; ///< without regard to case; null when there is none
+    const CatalogTable *find(QStringView table) const; ///< without regard to case; null when there is none
     const std::vector<CatalogTable> &tables() const { return m_tables; }
 
 private:
