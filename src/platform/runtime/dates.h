@@ -23,6 +23,9 @@ QString shortDate(const QDateTime &value);
 /// `dd MMMM yyyy`, with the month's Arabic name when `arabicMonths`.
 QString longDate(const QDateTime &value, bool arabicMonths = false);
 
+/// The month's full name, English or Arabic. `month` is 1 to 12.
+QString monthName(int month, bool arabic);
+
 /// Reads a date text as the platform does (day-month-year first, then the other orders; month names in
 /// English and Arabic; time alone gives day 0). Nothing when the text is no date.
 std::optional<QDateTime> parseDate(const QString &text);
@@ -32,3 +35,9 @@ QDateTime readDate(const QString &text);
 
 /// Whole days from `from` to `to`, counting midnights; negative when `to` is the earlier.
 qint64 daysBetween(const QDateTime &from, const QDateTime &to);
+
+/// A date as a number: whole days since 30 December 1899, the time of day as the fraction (a positive
+/// fraction also before that day: -1.25 is 29 December 1899, 6 in the morning).
+double dateSerial(const QDateTime &value);
+/// The date of that number, to the nearest second. @throws RuntimeError 6 outside the range of dates.
+QDateTime dateFromSerial(double serial);

@@ -22,6 +22,7 @@ double readDouble(const QString &text);
 /// The leading-number reading: blanks, tabs and line feeds are removed from the whole text first; reading
 /// stops at the first character that can't go on a number; thousands separators are not understood. Nothing
 /// readable gives 0.
+/// @throws RuntimeError 6 when the number leaves the range of a double.
 double readLeadingNumber(const QString &text);
 
 /// Half to even, to whole numbers.
@@ -38,6 +39,10 @@ qint32 toLongInteger(const QString &text);
 
 /// `True` or `False` in any case, or a number (nonzero is True). @throws RuntimeError 13 for anything else.
 bool toBoolean(const QString &text);
+
+/// A double as text: 15 significant digits, shortest form (`0.5`, `-33.3333`), with an exponent from 1E+15 up
+/// and below 1E-04.
+QString numberText(double value);
 
 /// The text with Arabic-Indic digits (U+0660-0669, U+06F0-06F9) turned to ASCII; for text as it is entered.
 QString asciiDigits(const QString &text);
