@@ -1,0 +1,225 @@
+// Workloads, each beside the same work by the bare C API in the same run:
+//
+//   Open            opening a store with its key and reading the catalogue
+//   Statements      preparing and running the statements of one posting, rolled back
+//   Posting         one durable posting of a revenue for four members, on a store with N rows in its ledger
+//   FrontEnd        parsing, binding and emitting the longest statement of a posting, nothing cached
+
+#include "bare_store.h"
+#include "core/engine.h"
+#include "entry/posting.h"
+#include "platform/database/sql/compiler.h"
+#include "platform/database/sql/ddl.h"
+#include "platform/runtime/dates.h"
+#include "platform/ui/application.h"
+#include "platform/ui/dialogs.h"
+#include "store/connection_strings.h"
+#include "store/schema.h"
+
+#include <QtCore/QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+const QString password = u"romanqvlt"_s;
+const QStringList members{u"Ahmad"_s, u"Fatima"_s, u"Maryam"_s, u"Salih"_s};
+
+/// Answers every question with Yes and shows nothing.
+class SilentDialogs : public DialogService
+{
+public:
+    MessageAnswer message(const MessageRequest &request) override
+    {
+        return request.buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
+    }
+    QString input(const QString &, const QString &, const QString &) override { return {}; }
+    std::optional<FontChoice> font(const FontChoice &) override { return std::nullopt; }
+    std::optional<QString> saveFile(const SaveFileRequest &) override { return std::nullopt; }
+};
+
+/// A store of its own with a family of four and so many rows in its ledger.
+class Place
+{
+public:
+    explicit Place(int ledgerRows)
+    {
+        engine = {};
+        engine.appPath = m_folder.path();
+        engine.storeFilePath = m_folder.filePath(u"bench.mdb"_s);
+        engine.connectionString = connectionStringOf(engine.storeFilePath, password);
+        engine.currentUser = u"agent"_s;
+        engine.languageSuffix = u"en"_s;
+        if (!CreateStore(u"bench"_s, password))
+            std::abort();
+        engine.dbConnection = Connection::create();
+        engine.dbConnection->open(engine.connectionString);
+        for (const QString &member : members) {
+            engine.dbConnection->execute(u"insert into members (name,sex,relation,[group],valid) values('"_s +
+                                         member + u"',1,2,1,true)"_s);
+        }
+        BareStore bare(engine.storeFilePath, password.toUtf8());
+        bare.run("begin");
+        for (int row = 0; row < ledgerRows; row += 4)
+            bare.post();
+        bare.run("commit");
+        engine.dbConnection->close();
+        engine.dbConnection->open(engine.connectionString);
+    }
+    ~Place()
+    {
+        if (engine.dbConnection->isOpen())
+            engine.dbConnection->close();
+        engine = {};
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+Entry entryOfBench()
+{
+    return {.isRevenue = true,
+            .total = Money::fromUnits(1000),
+            .date = makeDate(2026, 11, 22),
+            .note = u"Rent of the shop"_s,
+            .paymentDetail = u"by cheque 4711"_s,
+            .paymentMethod = u"cash"_s,
+            .kind = u"Salary"_s};
+}
+
+/// A member's share by the statement that the revenue screen asks for it.
+Money shareOf(const QString &member)
+{
+    const auto row = Recordset::create();
+    row->open(u"select [relation] from members where name='"_s + member + u" '"_s, engine.dbConnection);
+    return Money::fromUnits(125 * row->value(0).toInt());
+}
+
+int countOf(const QString &table)
+{
+    const auto rows = Recordset::create();
+    rows->open(u"select count(*) as x from ["_s + table + u']', engine.dbConnection);
+    return rows->value(0).toInt();
+}
+
+void Open(benchmark::State &state)
+{
+    const Place place(0);
+    engine.dbConnection->close();
+    for (auto _ : state) {
+        engine.dbConnection->open(engine.connectionString);
+        engine.dbConnection->close();
+    }
+}
+
+void OpenBare(benchmark::State &state)
+{
+    const Place place(0);
+    for (auto _ : state)
+        BareStore store(engine.storeFilePath, password.toUtf8());
+}
+
+/// The statements of a posting without its message and without the commit.
+void postStatements()
+{
+    const Entry entry = entryOfBench();
+    const auto settings = Recordset::create();
+    settings->open(u"select sn as maxid from settings"_s, engine.dbConnection, CursorType::Keyset,
+                   LockType::Optimistic);
+    const qint32 number = settings->value(u"maxid"_s).toInt() + 1;
+    settings->close();
+    engine.dbConnection->execute(u"update settings set sn=sn+1"_s);
+    engine.dbConnection->execute(generalInsert(entry, number, entry.date, 13, entry.date));
+    const auto ledger = Recordset::create();
+    ledger->open(u"ledger"_s, engine.dbConnection, CursorType::Keyset, LockType::Optimistic,
+                 CommandKind::Table);
+    for (const QString &member : members)
+        appendLedgerRow(*ledger, entry, number, member, shareOf(member));
+    ledger->close();
+}
+
+void Statements(benchmark::State &state)
+{
+    const Place place(0);
+    for (auto _ : state) {
+        engine.dbConnection->beginTrans();
+        postStatements();
+        engine.dbConnection->rollbackTrans();
+    }
+    if (countOf(u"ledger"_s) != 0)
+        state.SkipWithError("rows were left behind");
+}
+
+void StatementsBare(benchmark::State &state)
+{
+    const Place place(0);
+    BareStore store(engine.storeFilePath, password.toUtf8());
+    for (auto _ : state) {
+        store.run("begin");
+        store.post();
+        store.run("rollback");
+    }
+}
+
+void Posting(benchmark::State &state)
+{
+    const int before = static_cast<int>(state.range(0));
+    const Place place(before);
+    int postings = 0;
+    for (auto _ : state) {
+        postRevenue(entryOfBench(), u"1000"_s, members, shareOf);
+        ++postings;
+    }
+    if (countOf(u"ledger"_s) != before + 4 * postings || countOf(u"general"_s) != before / 4 + postings)
+        state.SkipWithError("the rows are not there");
+}
+
+void PostingBare(benchmark::State &state)
+{
+    const Place place(static_cast<int>(state.range(0)));
+    BareStore store(engine.storeFilePath, password.toUtf8());
+    for (auto _ : state) {
+        store.run("begin");
+        store.post();
+        store.run("commit");
+    }
+}
+
+void FrontEnd(benchmark::State &state)
+{
+    const Place place(0);
+    BareStore store(engine.storeFilePath, password.toUtf8());
+    const sql::Catalog catalog = sql::readCatalog(store.handle());
+    const QString text =
+        generalInsert(entryOfBench(), 4711, makeDate(2026, 11, 22, 10), 13, makeDate(2026, 11, 22, 10));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sql::compile(text, catalog));
+    state.SetLabel(std::to_string(text.size()) + " characters");
+}
+
+BENCHMARK(Open)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenBare)->Unit(benchmark::kMillisecond);
+BENCHMARK(Statements)->Unit(benchmark::kMicrosecond);
+BENCHMARK(StatementsBare)->Unit(benchmark::kMicrosecond);
+BENCHMARK(Posting)->Arg(0)->Arg(100'000)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(PostingBare)->Arg(0)->Arg(100'000)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(FrontEnd)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    Application application(argc, argv);
+    SilentDialogs dialogs;
+    installDialogService(&dialogs);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    installDialogService(nullptr);
+    return 0;
+}
