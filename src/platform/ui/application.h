@@ -27,12 +27,18 @@ public:
 /// Runs a routine outside of any event (Main itself) under the same rules as the event dispatch.
 void runGuarded(const std::function<void()> &routine);
 
+/// The whole life of the process: the routine under runGuarded(), then its screens' events until the last
+/// screen is unloaded or the process ends. Ends at once when the routine leaves no screen loaded. Returns the
+/// exit code.
+int runProcess(const std::function<void()> &routine);
+
 /// What an untrapped failure does first, before its box comes: the roll-back of an open transaction. It must
 /// not throw.
 void setUntrappedHook(std::function<void()> hook);
 
-/// Rolls back through the hook, shows the one box `Run-time error '<n>':`, blank line, description, and
-/// begins the end of the process with exit code 1. A second failure while the process ends is not shown.
+/// Rolls back through the hook, shows the one box `Run-time error '<n>':`, blank line, description (line
+/// feeds between them, critical icon), and begins the end of the process with exit code 1. A second failure
+/// while the box stands or the process ends is not shown.
 void reportUntrapped(const RuntimeError &error);
 
 /// Ends the process at once: no statement behind the call runs, no event routine is called any more. Inside
@@ -45,6 +51,20 @@ bool processEnding();
 int processExitCode();
 /// Forgets that the process ended; for tests, which go on.
 void resetProcess();
+
+/// Whether the process ends, with exit code 0, once its last screen is unloaded and events are served again
+/// (also by a wait, but not under a dialog that still stands). It does, unless a test sets it off.
+void setEndsWithLastScreen(bool on);
+/// Told by the screens and the dialogs: looks, when events are next served, whether the process is to end.
+void lookForLastScreen();
+
+/// The title of boxes that name none: "Quvana" until it is set.
+QString programTitle();
+void setProgramTitle(const QString &title);
+
+/// The toolkit's own words (OK, Cancel, the calendar, menus of text boxes) in Arabic or English, and the
+/// direction of boxes that no screen owns. Screens have a direction of their own.
+void loadToolkitWords(bool arabic);
 
 /// Serves events until `done` is true, sleeping between them. Throws ProcessEnding when the process ends
 /// meanwhile. A `done` that never becomes true makes a wait that ends only with the process.

@@ -28,10 +28,14 @@ enum class ControlKind {
     Other
 };
 
-/// All named controls of a screen, its menus' entries among them, in the order of their making. Controls
-/// inside of frames are included.
+/// All named controls of a screen, its menus (QMenu) and their entries (QAction) among them, in the order of
+/// their making. Controls inside of frames, picture boxes and scroll areas are included.
 QList<QObject *> controlsOf(const Screen &screen);
+/// A QLabel that shows a picture is an Image; a plain QWidget or a QFrame without a line's shape is a
+/// PictureBox; any table that is no FlexGrid is a DataGrid.
 ControlKind kindOf(const QObject *control);
+/// True for a frame, picture box or scroll area: other controls stand in it, at places of its own.
+bool holdsControls(const QObject *control);
 
 /// Caption of a button, option, check box, frame, label or menu entry; empty for other kinds.
 QString captionOf(const QObject *control);
@@ -44,5 +48,6 @@ void setRightToLeft(QObject *control, bool on);
 /// A control without a name for the eye gets its accessible name from this text.
 void setAccessibleText(QWidget *control, const QString &text);
 
-/// Turns Arabic-Indic digits to ASCII as they are typed or pasted into the box, and refuses nothing.
+/// Turns Arabic-Indic digits to ASCII as they are typed, pasted or set into the box, and refuses nothing. A
+/// line edit gets a validator for it. For QLineEdit, QPlainTextEdit and QTextEdit.
 void takeAsciiDigits(QWidget *textBox);

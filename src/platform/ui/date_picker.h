@@ -16,7 +16,11 @@ public:
     void setValue(const QDateTime &value);
 
 Q_SIGNALS:
-    void closeUp(); ///< its calendar was closed
+    void closeUp(); ///< its calendar was closed; the box shows the picked date already
+
+protected:
+    QValidator::State validate(QString &input, int &position) const override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QDateTime m_set;

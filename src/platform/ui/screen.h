@@ -4,6 +4,7 @@
 #include <QtGui/QPixmap>
 #include <QtWidgets/QMainWindow>
 
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -14,8 +15,21 @@
 ///
 /// Life: constructing builds the controls; load() runs Form_Load once and puts the screen on the list of
 /// loaded screens; unload() runs Form_Unload, takes it off the list and deletes it later (unless its owner
-/// keeps it by value). A screen is shown by showModal() or showModeless(), which load it when it is not
-/// loaded yet. Closing its window unloads it.
+/// keeps it by value; one made by `new` must not be owned by a smart pointer). A screen is shown by
+/// showModal() or showModeless(), which load it when it is not loaded yet. Closing its window unloads it.
+/// Destroying a loaded screen takes it off the list without Form_Unload.
+///
+/// The told order holds: Form_Load, Form_Resize once before the screen is first shown and after each change
+/// of its size, Form_QueryUnload, Form_Unload. A failure in Form_Load reaches the caller and leaves the
+/// screen unloaded.
+///
+/// Keys: Form_KeyDown sees every key that goes to this screen before the control with the focus does. Enter
+/// then clicks the button with the focus or else the one whose `default` property is set; Escape clicks the
+/// one with a dynamic property `cancel`; unless a control took the key.
+///
+/// Loading also makes the screen legible: labels, check boxes, options and frames become opaque on the
+/// painted ground, black on light, also those that are added later, and labels show their text as it stands
+/// (no markup). A control with a style sheet of its own keeps its look.
 class Screen : public QMainWindow
 {
     Q_OBJECT
@@ -60,6 +74,12 @@ public:
     /// The hourglass and back.
     static void setHourglass(bool on);
 
+    /// Gives Form_KeyDown its look at a key; true when it took it. The event dispatch calls this.
+    bool previewKey(QKeyEvent *event);
+
+    static void *operator new(std::size_t size);
+    static void operator delete(void *memory);
+
 protected:
     virtual void Form_Load() {}
     /// False keeps the screen.
@@ -70,15 +90,19 @@ protected:
     virtual void Form_Resize() {}
 
     void closeEvent(QCloseEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
-    void showEvent(QShowEvent *event) override;
 
 private:
+    void layOut() const;
+    void prepareShowing();
+    void makeLegible(QWidget *control);
     void renderGround();
 
+    bool m_deletesItself = false;
     bool m_loaded = false;
     bool m_unloading = false;
+    bool m_resized = false; ///< Form_Resize has run since loading
     std::vector<std::function<void(QPainter &, QSize)>> m_groundPaintings;
     QPixmap m_ground;
 };

@@ -1,0 +1,53 @@
+#include "platform/ui/date_picker.h"
+
+#include "platform/runtime/dates.h"
+#include "platform/runtime/numbers.h"
+
+#include <QtCore/QEvent>
+#include <QtCore/QLocale>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QCalendarWidget>
+
+using namespace Qt::Literals::StringLiterals;
+
+DatePicker::DatePicker(QWidget *parent) : QDateEdit(parent)
+{
+    setTimeSpec(Qt::UTC);
+    setDisplayFormat(u"dd/MM/yyyy"_s);
+    setDateRange({1601, 1, 1}, {9999, 12, 31});
+    setCalendarPopup(true);
+    calendarWidget()->parentWidget()->installEventFilter(this);
+}
+
+QDateTime DatePicker::value() const
+{
+    return m_set.isValid() && m_set.date() == date() ? m_set : makeDate(date());
+}
+
+void DatePicker::setValue(const QDateTime &value)
+{
+    m_set = value;
+    setDate(value.date());
+}
+
+QValidator::State DatePicker::validate(QString &input, int &position) const
+{
+    input = asciiDigits(input);
+    return QDateEdit::validate(input, position);
+}
+
+bool DatePicker::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == calendarWidget()->parentWidget()) {
+        if (event->type() == QEvent::Show) {
+            // Month and day names in the language of the boxes; a locale whose digits are ASCII.
+            const bool arabic = QGuiApplication::layoutDirection() == Qt::RightToLeft;
+            calendarWidget()->setLocale(arabic ? QLocale(QLocale::Arabic, QLocale::UnitedArabEmirates)
+                                               : QLocale(QLocale::English, QLocale::UnitedKingdom));
+        } else if (event->type() == QEvent::Hide) {
+            // Behind the calendar's own end, when the picked date stands in the box.
+            QMetaObject::invokeMethod(this, &DatePicker::closeUp, Qt::QueuedConnection);
+        }
+    }
+    return QDateEdit::eventFilter(watched, event);
+}

@@ -1,0 +1,68 @@
+#include "platform/ui/dialogs.h"
+
+#include "platform/runtime/runtime_error.h"
+#include "platform/ui/application.h"
+#include "platform/ui/qt_dialogs.h"
+
+namespace
+{
+DialogService *installed = nullptr;
+
+/// Calls the service, unless the process is ending: then nothing is shown and the caller does not go on.
+template <typename Ask>
+auto ask(Ask &&question)
+{
+    static QtDialogs qtDialogs;
+    if (processEnding())
+        throw ProcessEnding{};
+    DialogService &service = installed ? *installed : qtDialogs;
+    auto answer = question(service);
+    if (processEnding())
+        throw ProcessEnding{};
+    return answer;
+}
+} // namespace
+
+DialogService *installDialogService(DialogService *service)
+{
+    DialogService *before = installed;
+    installed = service;
+    return before;
+}
+
+void showMessage(const QString &text, MessageIcon icon, const QString &title)
+{
+    showMessage(MessageRequest{text, title, icon, MessageButtons::Ok, false});
+}
+
+void showMessage(const MessageRequest &request)
+{
+    ask([&](DialogService &service) { return service.message(request); });
+}
+
+bool askYesNo(const QString &question, MessageIcon icon)
+{
+    const MessageRequest request{question, {}, icon, MessageButtons::YesNo, false};
+    return ask([&](DialogService &service) { return service.message(request); }) == MessageAnswer::Yes;
+}
+
+QString askText(const QString &prompt, const QString &title, const QString &defaultText)
+{
+    return ask([&](DialogService &service) { return service.input(prompt, title, defaultText); });
+}
+
+FontChoice askFont(const FontChoice &initial)
+{
+    const auto chosen = ask([&](DialogService &service) { return service.font(initial); });
+    if (!chosen)
+        throw runtime_errors::cancelled();
+    return *chosen;
+}
+
+QString askSaveFile(const SaveFileRequest &request)
+{
+    const auto chosen = ask([&](DialogService &service) { return service.saveFile(request); });
+    if (!chosen)
+        throw runtime_errors::cancelled();
+    return *chosen;
+}

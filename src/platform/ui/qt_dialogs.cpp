@@ -1,0 +1,268 @@
+#include "platform/ui/qt_dialogs.h"
+
+#include "platform/runtime/numbers.h"
+#include "platform/ui/application.h"
+#include "platform/ui/fonts.h"
+#include "platform/ui/screen.h"
+#include "platform/ui/wait.h"
+
+#include <QtCore/QPointer>
+#include <QtGui/QScreen>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QFontDialog>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QInputDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QVBoxLayout>
+
+#include <array>
+#include <memory>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+/// The window over which a dialog comes.
+QWidget *windowInUse()
+{
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    QWidget *last = nullptr;
+    for (Screen *screen : Screen::loadedScreens()) {
+        if (screen->isVisible())
+            last = screen;
+    }
+    return last;
+}
+
+/// Shows a dialog and serves events until it is answered. The window below may vanish meanwhile and take the
+/// dialog with it: that counts as rejected.
+template <typename Dialog>
+bool runDialog(const QPointer<Dialog> &dialog)
+{
+    const DialogWait standing;
+    dialog->setWindowModality(Qt::ApplicationModal);
+    dialog->show();
+    dialog->activateWindow();
+    serveEventsUntil([&] { return !dialog || !dialog->isVisible(); });
+    return dialog && dialog->result() != QDialog::Rejected;
+}
+
+/// Deletes a dialog at the end of its routine, unless it went with its parent.
+template <typename Dialog>
+class Owned
+{
+public:
+    explicit Owned(Dialog *dialog) : m_dialog(dialog) {}
+    ~Owned() { delete m_dialog.data(); }
+    Owned(const Owned &) = delete;
+    Owned &operator=(const Owned &) = delete;
+    Dialog *operator->() const { return m_dialog.data(); }
+    const QPointer<Dialog> &pointer() const { return m_dialog; }
+
+private:
+    QPointer<Dialog> m_dialog;
+};
+
+/// Each line isolated, so that it reads in its own direction whatever the box's is; words too long to wrap
+/// get places where they may break.
+QString readableText(const QString &text)
+{
+    constexpr int longestWord = 40;
+    QString shown;
+    int wordLength = 0;
+    bool open = false;
+    for (const QChar c : text) {
+        if (c == u'\r')
+            continue;
+        if (c == u'\n') {
+            if (open)
+                shown += QChar(0x2069);
+            open = false;
+            wordLength = 0;
+            shown += c;
+            continue;
+        }
+        if (!open)
+            shown += QChar(0x2068);
+        open = true;
+        wordLength = c.isSpace() ? 0 : wordLength + 1;
+        if (wordLength > longestWord && !c.isLowSurrogate() && !c.isMark()) {
+            shown += QChar(0x200B);
+            wordLength = 1;
+        }
+        shown += c;
+    }
+    if (open)
+        shown += QChar(0x2069);
+    return shown;
+}
+
+QMessageBox::Icon iconOf(MessageIcon icon)
+{
+    switch (icon) {
+    case MessageIcon::Critical:
+        return QMessageBox::Critical;
+    case MessageIcon::Question:
+        return QMessageBox::Question;
+    case MessageIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MessageIcon::Information:
+        return QMessageBox::Information;
+    case MessageIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+void setMessageText(QMessageBox &box, const MessageRequest &request)
+{
+    constexpr int width = 520;
+    const QString text = readableText(request.text);
+    const Qt::Alignment alignment =
+        (request.rightAligned ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeading) | Qt::AlignVCenter;
+    const int roof = box.screen()->availableGeometry().height() / 2;
+    const QRect needed = box.fontMetrics().boundingRect(QRect(0, 0, width, 1 << 20), Qt::TextWordWrap, text);
+
+    box.setTextFormat(Qt::PlainText);
+    if (needed.height() <= roof) {
+        box.setText(text);
+        if (auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s)) {
+            label->setAlignment(alignment);
+            label->setWordWrap(true);
+            label->setMinimumWidth(qMin(needed.width() + 8, width));
+        }
+        return;
+    }
+    auto *label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment((alignment & ~Qt::AlignVCenter) | Qt::AlignTop);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto *area = new QScrollArea;
+    area->setWidget(label);
+    area->setWidgetResizable(true);
+    area->setMinimumSize(width + 40, roof);
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    grid->addWidget(area, 1, request.icon == MessageIcon::None ? 1 : 2);
+}
+
+/// The colours that the font dialog offers, as 0xBBGGRR.
+constexpr std::array<qint32, 16> offeredColors{
+    0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080, 0x808000, 0xC0C0C0,
+    0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF,
+};
+
+QPixmap colorSample(qint32 color)
+{
+    QPixmap sample(48, 14);
+    sample.fill(QColor(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF));
+    return sample;
+}
+
+QComboBox *colorBox(qint32 chosen)
+{
+    auto *box = new QComboBox;
+    box->setObjectName(u"color"_s);
+    box->setIconSize({48, 14});
+    for (const qint32 color : offeredColors)
+        box->addItem(colorSample(color), {}, color);
+    if (box->findData(chosen) < 0)
+        box->addItem(colorSample(chosen), {}, chosen);
+    box->setCurrentIndex(box->findData(chosen));
+    box->setAccessibleName(u"Color"_s);
+    return box;
+}
+} // namespace
+
+MessageAnswer QtDialogs::message(const MessageRequest &request)
+{
+    const Owned box(new QMessageBox(windowInUse()));
+    box->setWindowTitle(request.title.isEmpty() ? programTitle() : request.title);
+    box->setIcon(iconOf(request.icon));
+    if (request.buttons == MessageButtons::YesNo) {
+        box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box->setDefaultButton(QMessageBox::Yes);
+        box->setEscapeButton(QMessageBox::No);
+    } else {
+        box->setStandardButtons(QMessageBox::Ok);
+        box->setDefaultButton(QMessageBox::Ok);
+        box->setEscapeButton(QMessageBox::Ok);
+    }
+    setMessageText(*box.operator->(), request);
+
+    const bool answered = runDialog(box.pointer());
+    if (request.buttons == MessageButtons::Ok)
+        return MessageAnswer::Ok;
+    return answered && box->result() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+QString QtDialogs::input(const QString &prompt, const QString &title, const QString &defaultText)
+{
+    const Owned box(new QInputDialog(windowInUse()));
+    box->setInputMode(QInputDialog::TextInput);
+    box->setWindowTitle(title.isEmpty() ? programTitle() : title);
+    box->setLabelText(readableText(prompt));
+    box->setTextValue(defaultText);
+    for (auto *label : box->findChildren<QLabel *>()) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+    }
+    box->resize(420, box->sizeHint().height());
+    return runDialog(box.pointer()) ? asciiDigits(box->textValue()) : QString();
+}
+
+std::optional<FontChoice> QtDialogs::font(const FontChoice &initial)
+{
+    const Owned box(new QDialog(windowInUse()));
+    auto *chooser = new QFontDialog(readableFont(initial.name, initial.size, initial.bold));
+    chooser->setWindowFlags(Qt::Widget);
+    chooser->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
+    auto *color = colorBox(initial.color);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    auto *layout = new QVBoxLayout(box.operator->());
+    layout->addWidget(chooser);
+    layout->addWidget(color);
+    layout->addWidget(buttons);
+    box->setWindowTitle(chooser->windowTitle().isEmpty() ? programTitle() : chooser->windowTitle());
+    QObject::connect(buttons, &QDialogButtonBox::accepted, box.operator->(), &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, box.operator->(), &QDialog::reject);
+    QObject::connect(chooser, &QDialog::finished, box.operator->(), &QDialog::done);
+    chooser->show();
+
+    if (!runDialog(box.pointer()))
+        return std::nullopt;
+    const QFont chosen = chooser->currentFont();
+    const QStringList families = chosen.families();
+    return FontChoice{families.isEmpty() ? chosen.family() : families.first(), chosen.pointSize(),
+                      chosen.bold(), color->currentData().toInt()};
+}
+
+std::optional<QString> QtDialogs::saveFile(const SaveFileRequest &request)
+{
+    const Owned box(new QFileDialog(windowInUse()));
+    box->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
+    box->setAcceptMode(QFileDialog::AcceptSave);
+    box->setFileMode(QFileDialog::AnyFile);
+    QStringList filters;
+    const QStringList parts = request.filter.split(u'|', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << parts[i] + u" ("_s + QString(parts[i + 1]).replace(u';', u' ') + u')';
+    if (!filters.isEmpty())
+        box->setNameFilters(filters);
+    QString extension = request.defaultExtension;
+    if (extension.startsWith(u'.'))
+        extension.remove(0, 1);
+    box->setDefaultSuffix(extension);
+    box->selectFile(request.fileName);
+    if (!runDialog(box.pointer()) || box->selectedFiles().isEmpty())
+        return std::nullopt;
+    return box->selectedFiles().constFirst();
+}

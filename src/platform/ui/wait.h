@@ -1,0 +1,12 @@
+#pragma once
+
+/// Stands while a dialog is up: under a dialog the process does not end with its last screen, since the
+/// routine that shows it still runs.
+class DialogWait
+{
+public:
+    DialogWait();
+    ~DialogWait();
+    DialogWait(const DialogWait &) = delete;
+    DialogWait &operator=(const DialogWait &) = delete;
+};
