@@ -2,6 +2,9 @@
 #include "platform/runtime/dates.h"
 #include "platform/runtime/numbers.h"
 
+#include <algorithm>
+#include <initializer_list>
+#include <utility>
 #include <vector>
 
 using namespace Qt::Literals::StringLiterals;
@@ -110,24 +113,13 @@ bool isTimeSeparator(const Token &token)
     return token.kind == Token::Kind::Separator && (token.separator == u':' || token.separator == u'.');
 }
 
-/// Takes the time out of the tokens; day 0 is left to the caller. Midnight when there is none. Nothing when
-/// there is an impossible time, or one in the middle of a date.
-std::optional<QTime> takeTime(Tokens &tokens, bool &found)
+/// Reads `h:m[:s]` and its mark from the token at `at` on, and moves `at` behind them. Nothing when there is
+/// no such time.
+std::optional<QTime> readTime(const Tokens &tokens, std::size_t &at)
 {
-    found = false;
-    std::size_t first = 0;
-    while (first < tokens.size() && !isTimeSeparator(tokens[first]))
-        ++first;
-    if (first == tokens.size())
-        return QTime(0, 0);
-    if (first == 0)
-        return std::nullopt;
-    --first;
-
-    const QChar separator = tokens[first + 1].separator;
-    int parts[3] = {0, 0, 0};
+    const QChar separator = tokens[at + 1].separator;
+    int parts[3] = {0, 0, 0}; // hour, minute, second
     std::size_t count = 0;
-    std::size_t at = first;
     while (true) {
         if (at == tokens.size() || count == 3 || tokens[at].kind != Token::Kind::Number ||
             tokens[at].digits > 2)
@@ -138,24 +130,41 @@ std::optional<QTime> takeTime(Tokens &tokens, bool &found)
         if (tokens[at++].separator != separator)
             return std::nullopt;
     }
+    int &hour = parts[0];
     if (at < tokens.size() && tokens[at].kind == Token::Kind::Mark) {
         const bool afternoon = tokens[at++].value == 1;
-        if (afternoon && parts[0] < 12)
-            parts[0] += 12;
-        else if (!afternoon && parts[0] > 12)
+        if (!afternoon && hour > 12)
             return std::nullopt;
-        else if (!afternoon && parts[0] == 12)
-            parts[0] = 0;
+        if (afternoon && hour < 12)
+            hour += 12;
+        else if (!afternoon && hour == 12)
+            hour = 0;
     }
-    if (first > 0 && (at < tokens.size() || !tokens[first].blank))
-        return std::nullopt;
-    if (at < tokens.size() && !tokens[at].blank)
-        return std::nullopt;
-    tokens.erase(tokens.begin() + static_cast<std::ptrdiff_t>(first),
-                 tokens.begin() + static_cast<std::ptrdiff_t>(at));
-    found = true;
-    const QTime time(parts[0], parts[1], parts[2]);
+    const QTime time(hour, parts[1], parts[2]);
     return time.isValid() ? std::optional(time) : std::nullopt;
+}
+
+/// Takes the time out of the tokens; midnight when there is none. Nothing when there is an impossible time,
+/// or one that does not stand apart at the front or at the end.
+std::optional<QTime> takeTime(Tokens &tokens)
+{
+    const auto separator = std::find_if(tokens.begin(), tokens.end(), isTimeSeparator);
+    if (separator == tokens.end())
+        return QTime(0, 0);
+    if (separator == tokens.begin())
+        return std::nullopt;
+    const auto first = separator - 1;
+    auto behind = static_cast<std::size_t>(first - tokens.begin());
+    const auto time = readTime(tokens, behind);
+    if (!time)
+        return std::nullopt;
+    const auto last = tokens.begin() + static_cast<std::ptrdiff_t>(behind);
+    const bool atFront = first == tokens.begin() && (last == tokens.end() || last->blank);
+    const bool atEnd = last == tokens.end() && first->blank;
+    if (!atFront && !atEnd)
+        return std::nullopt;
+    tokens.erase(first, last);
+    return time;
 }
 
 /// Numbers and at most one month name with one separator or blanks between two of them.
@@ -171,7 +180,7 @@ bool takeParts(const Tokens &tokens, Tokens &parts, bool &hasName)
     for (const Token &token : tokens) {
         if (token.kind == Token::Kind::Separator) {
             // A comma belongs to the English way of writing: March 15, 2004.
-            if (separated || parts.empty() || (token.separator == u',' && !hasName))
+            if (separated || parts.empty() || isTimeSeparator(token) || (token.separator == u',' && !hasName))
                 return false;
             separated = true;
             continue;
@@ -257,8 +266,7 @@ std::optional<QDateTime> parseDate(const QString &text)
     auto tokens = tokenize(trimBlanks(text));
     if (!tokens || tokens->empty())
         return std::nullopt;
-    bool hasTime = false;
-    const auto time = takeTime(*tokens, hasTime);
+    const auto time = takeTime(*tokens);
     if (!time)
         return std::nullopt;
     if (tokens->empty())

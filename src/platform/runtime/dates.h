@@ -15,6 +15,8 @@ QDateTime makeDate(int year, int month, int day, int hour = 0, int minute = 0, i
 /// Midnight of that day.
 QDateTime makeDate(const QDate &day);
 
+/// General, short and long date throw nothing; an invalid QDateTime gives the empty text.
+
 /// General date: the short date, and behind a blank the long time when there is a time part. A time of day on
 /// day 0 (30 December 1899) prints the time alone.
 QString generalDate(const QDateTime &value);
@@ -26,14 +28,24 @@ QString longDate(const QDateTime &value, bool arabicMonths = false);
 /// The month's full name, English or Arabic. `month` is 1 to 12.
 QString monthName(int month, bool arabic);
 
-/// Reads a date text as the platform does (day-month-year first, then the other orders; month names in
-/// English and Arabic; time alone gives day 0). Nothing when the text is no date.
+/// Reads a date text: a date, a time `h:m[:s]` with or without an am/pm mark (`AM PM A P ص م`), or both in
+/// either order. Nothing when the text is no date: a weekday's name, a lone number and an empty text are
+/// none.
+/// - Between two numbers stands `/`, `-` or a blank. A month's name, English (full or three letters) or
+/// Arabic,
+///   can stand for one of them.
+/// - Three numbers are day-month-year, else month-day-year, else year first; with three or four digits in
+/// front
+///   they are year-month-day, else year-day-month. The first reading that is a date wins.
+/// - Two numbers are day and month of the present year in either order, else month and year.
+/// - Years of one or two digits: 0 to 29 are 20xx, 30 to 99 are 19xx.
+/// - Numbers with dots between them are a time. A time alone falls on day 0.
 std::optional<QDateTime> parseDate(const QString &text);
 bool isDate(const QString &text);
 /// @throws RuntimeError 13 when the text is no date.
 QDateTime readDate(const QString &text);
 
-/// Whole days from `from` to `to`, counting midnights; negative when `to` is the earlier.
+/// Days from `from` to `to`, counting midnights; negative when `to` is the earlier.
 qint64 daysBetween(const QDateTime &from, const QDateTime &to);
 
 /// A date as a number: whole days since 30 December 1899, the time of day as the fraction (a positive

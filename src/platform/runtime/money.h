@@ -34,7 +34,9 @@ private:
     qint64 m_count = 0;
 };
 
-/// A computed value as money: times 10000, half to even. The one door from a double.
+/// A computed value as money: times 10000, half to even. The one door from a double. The product is taken in
+/// double arithmetic, so that a decimal half which no double holds exactly (33.33335) goes where that product
+/// goes; texts go through readMoney(), which is exact.
 /// @throws RuntimeError 6 outside the money range, also for infinities and not-a-number.
 Money toMoney(double value);
 

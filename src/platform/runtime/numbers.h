@@ -6,9 +6,10 @@
 
 /// The three readings of a text as a number, and the conversions between number types.
 
-/// True when readMoney() can convert the whole text: white space around it, one sign in front or behind,
-/// parentheses for negative, decimal point, thousands separators, `$`, exponent (e or d), `&H` and `&O`. An
-/// empty text is not numeric; a number outside the money range is not numeric either.
+/// True when readMoney() can convert the whole text: white space around it (blanks and U+0009 to U+000D), one
+/// sign in front or behind, or parentheses for negative, decimal point, thousands separators anywhere between
+/// two integer digits, one `$`, exponent (e or d), or `&H` or `&O` with digits of that base. ASCII digits
+/// only. An empty text is not numeric; a number outside the money range is not numeric either.
 bool isNumeric(const QString &text);
 
 /// The full money reading: the whole text, decimal and exact, half to even at the fifth decimal.
@@ -20,12 +21,12 @@ Money readMoney(const QString &text);
 double readDouble(const QString &text);
 
 /// The leading-number reading: blanks, tabs and line feeds are removed from the whole text first; reading
-/// stops at the first character that can't go on a number; thousands separators are not understood. Nothing
-/// readable gives 0.
+/// stops at the first character that can't go on a number. Sign, decimal point, exponent (e or d), `&H` and
+/// `&O` are understood; thousands separators, `$` and parentheses are not. Nothing readable gives 0.
 /// @throws RuntimeError 6 when the number leaves the range of a double.
 double readLeadingNumber(const QString &text);
 
-/// Half to even, to whole numbers.
+/// To a whole number, half to even.
 double roundHalfEven(double value);
 
 /// To a 16-bit integer, half to even. @throws RuntimeError 6 outside its range.
@@ -37,7 +38,8 @@ qint32 toLongInteger(double value);
 /// @throws RuntimeError 13 for an unreadable or empty text, 6 outside the range.
 qint32 toLongInteger(const QString &text);
 
-/// `True` or `False` in any case, or a number (nonzero is True). @throws RuntimeError 13 for anything else.
+/// `True` or `False` in any case, or a number by the full reading (nonzero is True). @throws RuntimeError 13
+/// for anything else.
 bool toBoolean(const QString &text);
 
 /// A double as text: 15 significant digits, shortest form (`0.5`, `-33.3333`), with an exponent from 1E+15 up

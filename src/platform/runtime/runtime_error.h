@@ -29,7 +29,7 @@ private:
     QByteArray m_what;
 };
 
-/// The run-time's own failures, with the run-time's words.
+/// The run-time's own failures with their numbers and words, ready to be thrown.
 namespace runtime_errors
 {
 RuntimeError invalidCall();      ///< 5

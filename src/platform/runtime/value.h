@@ -25,8 +25,10 @@ public:
     Kind kind() const noexcept { return static_cast<Kind>(m_value.index()); }
     bool isNull() const noexcept { return kind() == Kind::Null; }
 
-    /// The value as the type asked for, converted as the run-time converts.
-    /// @throws RuntimeError 94 for Null, 13 for a value that can't be converted, 6 outside the type's range.
+    /// The value as the type asked for. True counts as -1, a date as its dateSerial(); a text goes through
+    /// toBoolean(), toLongInteger(), readDouble(), readMoney() or readDate(), any other value to a date
+    /// through dateFromSerial(). Whole numbers and money are rounded half to even.
+    /// @throws RuntimeError 94 for Null, 13 for a text that can't be converted, 6 outside the type's range.
     bool toBool() const;
     qint32 toInt() const;
     double toDouble() const;

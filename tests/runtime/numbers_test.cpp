@@ -1,0 +1,254 @@
+#include "outcome.h"
+#include "platform/runtime/dates.h"
+#include "platform/runtime/format.h"
+#include "platform/runtime/numbers.h"
+
+#include <limits>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+struct TextCase {
+    QString text;
+    std::string expected;
+};
+} // namespace
+
+TEST(FullReading, TakesTheWholeTextOrNothing)
+{
+    const TextCase cases[] = {
+        {u""_s, "error 13"},
+        {u"   "_s, "error 13"},
+        {u"."_s, "error 13"},
+        {u"-"_s, "error 13"},
+        {u"$"_s, "error 13"},
+        {u"()"_s, "error 13"},
+        {u"5 Help"_s, "error 13"},
+        {u"1 000"_s, "error 13"},
+        {u"1.2.3"_s, "error 13"},
+        {u"5%"_s, "error 13"},
+        {u"--5"_s, "error 13"},
+        {u"-5-"_s, "error 13"},
+        {u"(-5)"_s, "error 13"},
+        {u"(5"_s, "error 13"},
+        {u"5)"_s, "error 13"},
+        {u"1e"_s, "error 13"},
+        {u"&H"_s, "error 13"},
+        {u"&HG"_s, "error 13"},
+        {u"&O8"_s, "error 13"},
+        {u"$$5"_s, "error 13"},
+        {u"15/03/2004"_s, "error 13"},
+        {u"True"_s, "error 13"},
+        {u"٣"_s, "error 13"},
+        {u",5"_s, "error 13"},
+        {u"5,"_s, "error 13"},
+        {u"1,.5"_s, "error 13"},
+        {u"1.0,0"_s, "error 13"},
+        {u" 12 "_s, "12"},
+        {u"\t12\r\n"_s, "12"},
+        {u"+12"_s, "12"},
+        {u"12-"_s, "-12"},
+        {u"12 -"_s, "-12"},
+        {u"-12"_s, "-12"},
+        {u"(12)"_s, "-12"},
+        {u" ( $12 ) "_s, "-12"},
+        {u"1,000"_s, "1000"},
+        {u"10,00"_s, "1000"},
+        {u"1,0,0"_s, "100"},
+        {u"1,,000"_s, "1000"},
+        {u".5"_s, "0.5"},
+        {u"5."_s, "5"},
+        {u"1e3"_s, "1000"},
+        {u"1d3"_s, "1000"},
+        {u"25E-1"_s, "2.5"},
+        {u"$5"_s, "5"},
+        {u"-$5"_s, "-5"},
+        {u"$-5"_s, "-5"},
+        {u"5$"_s, "5"},
+        {u"&H10"_s, "16"},
+        {u"&hFf"_s, "255"},
+        {u"&O17"_s, "15"},
+        {u"-0"_s, "0"},
+        {u"000"_s, "0"},
+        {u"0012.50"_s, "12.5"},
+    };
+    for (const auto &[text, expected] : cases) {
+        EXPECT_EQ(outcome([&] { return readMoney(text); }), expected) << text.toStdString();
+        EXPECT_EQ(outcome([&] { return readDouble(text); }), expected) << text.toStdString();
+        EXPECT_EQ(isNumeric(text), !expected.starts_with("error")) << text.toStdString();
+    }
+}
+
+TEST(FullReading, IsExactAndHalfToEvenAtTheFifthDecimal)
+{
+    const TextCase cases[] = {
+        {u"0.00005"_s, "0"},
+        {u"0.00015"_s, "0.0002"},
+        {u"0.00025"_s, "0.0002"},
+        {u"0.00025000000000000000000000000001"_s, "0.0003"},
+        {u"-0.00015"_s, "-0.0002"},
+        {u"0.99995"_s, "1"}, // 9999 is odd
+        {u"2.99985"_s, "2.9998"},
+        {u"900719925474099.1234"_s, "900719925474099.1234"}, // no double holds this
+        {u"922337203685477.5807"_s, "922337203685477.5807"},
+        {u"922337203685477.58065"_s, "922337203685477.5806"},
+        {u"922337203685477.58075"_s, "error 6"},
+        {u"-922337203685477.58085"_s, "-922337203685477.5808"},
+        {u"-922337203685477.5809"_s, "error 6"},
+        {u"1e15"_s, "error 6"},
+        {u"&H7FFFFFFFFFFFFFFF"_s, "error 6"},
+        {u"1e-400"_s, "0"},
+        {u"0e99999999999999999999"_s, "0"},
+    };
+    for (const auto &[text, expected] : cases) {
+        EXPECT_EQ(outcome([&] { return readMoney(text); }), expected) << text.toStdString();
+        EXPECT_EQ(isNumeric(text), !expected.starts_with("error")) << text.toStdString();
+    }
+    EXPECT_EQ(outcome([] { return readDouble(u"1e15"_s); }), "1E+15");
+    EXPECT_EQ(outcome([] { return readDouble(u"-1.5e308"_s); }), "-1.5E+308");
+    EXPECT_EQ(outcome([] { return readDouble(u"2e308"_s); }), "error 6");
+    EXPECT_EQ(outcome([] { return readDouble(u"1e-400"_s); }), "0");
+}
+
+TEST(LeadingReading, StopsWhereTheNumberStops)
+{
+    const TextCase cases[] = {
+        {u""_s, "0"},           {u"."_s, "0"},         {u"-"_s, "0"},          {u"abc"_s, "0"},
+        {u"$5"_s, "0"},         {u"(5)"_s, "0"},       {u"1,000"_s, "1"},      {u"5 Help"_s, "5"},
+        {u"1.2.3"_s, "1.2"},    {u"+7"_s, "7"},        {u" 2 45 7"_s, "2457"}, {u"1\n2\t3"_s, "123"},
+        {u"12\r3"_s, "12"},     {u"- 5.5x"_s, "-5.5"}, {u".5"_s, "0.5"},       {u"1e3"_s, "1000"},
+        {u"1 d - 2"_s, "0.01"}, {u"1e"_s, "1"},        {u"1e+x"_s, "1"},       {u"5 days"_s, "5"},
+        {u"&H1F"_s, "31"},      {u"&o17"_s, "15"},     {u"&"_s, "0"},          {u"1e999"_s, "error 6"},
+    };
+    for (const auto &[text, expected] : cases)
+        EXPECT_EQ(outcome([&] { return readLeadingNumber(text); }), expected) << text.toStdString();
+}
+
+TEST(Readings, EndCleanlyOnHostileText)
+{
+    struct HostileCase {
+        const char *name;
+        QString text;
+        std::string money;
+        std::string real;
+        std::string leading;
+    };
+    constexpr qsizetype many = 10'000;
+    const std::string none = "error 13";
+    const std::string over = "error 6";
+    const HostileCase cases[] = {
+        {"nines", QString(many, u'9'), over, over, over},
+        {"zeros", QString(many, u'0'), "0", "0", "0"},
+        {"small", u"0."_s + QString(many, u'0') + u'1', "0", "0", "0"},
+        {"long fraction", u"0."_s + QString(many, u'3'), "0.3333", "0.333333333333333", "0.333333333333333"},
+        {"exponent", u"1e"_s + QString(many, u'9'), over, over, over},
+        {"negative exponent", u"1e-"_s + QString(many, u'9'), "0", "0", "0"},
+        {"hex", u"&H"_s + QString(many, u'F'), over, over, over},
+        {"blanks", QString(many, u' '), none, none, "0"},
+        {"commas", u"1"_s + QString(many, u',') + u'2', "12", "12", "1"},
+        {"minuses", QString(many, u'-'), none, none, "0"},
+        {"parentheses", QString(many, u'('), none, none, "0"},
+        {"slashes", u"1/"_s.repeated(many), none, none, "1"},
+        {"colons", u"1:"_s.repeated(many), none, none, "1"},
+        {"letters", QString(many, u'm'), none, none, "0"},
+        {"NUL", u"1"_s + QChar(u'\0') + u'2', none, none, "1"},
+        {"only NUL", QString(QChar(u'\0')), none, none, "0"},
+        {"NUL at the end", u"15/03/2004"_s + QChar(u'\0'), none, none, "15"},
+        {"control", u"1\u0001"_s, none, none, "1"},
+        {"mark before", u"\u200F15"_s, none, none, "0"},
+        {"mark behind", u"15/03/2004\u200E"_s, none, none, "15"},
+        {"lone surrogate", u"5"_s + QChar(0xD800), none, none, "5"},
+        {"Arabic digits", u"١٥/٠٣/٢٠٠٤"_s, none, none, "0"},
+    };
+    for (const auto &[name, text, money, real, leading] : cases) {
+        SCOPED_TRACE(name);
+        const bool numeric = !money.starts_with("error");
+        EXPECT_EQ(isNumeric(text), numeric);
+        EXPECT_EQ(outcome([&] { return readMoney(text); }), money);
+        EXPECT_EQ(outcome([&] { return readDouble(text); }), real);
+        EXPECT_EQ(outcome([&] { return readLeadingNumber(text); }), leading);
+        EXPECT_EQ(outcome([&] { return toInteger(text); }), real.starts_with("0.") ? "0" : real);
+        EXPECT_EQ(outcome([&] { return readDate(text); }), none);
+        EXPECT_EQ(format(Value(text), u"0.00"_s) == text, !numeric);
+        EXPECT_EQ(format(Value(text), u"yyyy/mm/dd"_s) == text, !numeric);
+    }
+}
+
+TEST(MoneyConversions, RoundHalfToEvenAndKnowTheirRange)
+{
+    const std::pair<double, std::string> fromDouble[] = {
+        {1001.5 * (1.0 / 8.0), "125.1875"},
+        {100.0 / 3.0, "33.3333"},
+        {0.03125, "0.0312"},
+        {0.09375, "0.0938"},
+        {-0.03125, "-0.0312"},
+        {-922337203685477.625, "-922337203685477.5808"}, // times 10000 is -2^63 in double arithmetic
+        {922337203685477.625, "error 6"},
+        {std::numeric_limits<double>::infinity(), "error 6"},
+        {std::numeric_limits<double>::quiet_NaN(), "error 6"},
+    };
+    for (const auto &[value, expected] : fromDouble)
+        EXPECT_EQ(outcome([&] { return toMoney(value); }), expected) << value;
+
+    const TextCase toWhole[] = {
+        {u"125.5"_s, "126"},
+        {u"124.5"_s, "124"},
+        {u"-0.5"_s, "0"},
+        {u"-1.5"_s, "-2"},
+        {u"0.5001"_s, "1"},
+        {u"2147483647.4999"_s, "2147483647"},
+        {u"2147483647.5"_s, "error 6"},
+        {u"-2147483648.5"_s, "-2147483648"},
+        {u"-2147483648.5001"_s, "error 6"},
+    };
+    for (const auto &[text, expected] : toWhole)
+        EXPECT_EQ(outcome([&] { return toLong(readMoney(text)); }), expected) << text.toStdString();
+
+    const Money largest = Money::fromTenThousandths(std::numeric_limits<qint64>::max());
+    const Money smallest = Money::fromTenThousandths(std::numeric_limits<qint64>::min());
+    const Money least = Money::fromTenThousandths(1);
+    EXPECT_EQ(outcome([&] { return largest + least; }), "error 6");
+    EXPECT_EQ(outcome([&] { return smallest - least; }), "error 6");
+    EXPECT_EQ(outcome([&] { return -smallest; }), "error 6");
+    EXPECT_EQ(outcome([&] { return smallest * -1; }), "error 6");
+    EXPECT_EQ(outcome([&] { return Money::fromUnits(922337203685478); }), "error 6");
+    EXPECT_EQ(outcome([&] { return Money::fromUnits(-5) - least * 5000; }), "-5.5");
+}
+
+TEST(WholeNumbers, RoundHalfToEvenAndKnowTheirRange)
+{
+    const TextCase cases[] = {
+        {u"8.25"_s, "8"},          {u"2.5"_s, "2"},         {u"3.5"_s, "4"},
+        {u"-2.5"_s, "-2"},         {u"32767.4"_s, "32767"}, {u"32767.5"_s, "error 6"},
+        {u"-32768.5"_s, "-32768"}, {u""_s, "error 13"},     {u"x"_s, "error 13"},
+    };
+    for (const auto &[text, expected] : cases)
+        EXPECT_EQ(outcome([&] { return toInteger(text); }), expected) << text.toStdString();
+    EXPECT_EQ(outcome([] { return toLongInteger(u"2147483647.5"_s); }), "error 6");
+    EXPECT_EQ(outcome([] { return toLongInteger(-2147483648.5); }), "-2147483648");
+    EXPECT_EQ(outcome([] { return toLongInteger(std::numeric_limits<double>::quiet_NaN()); }), "error 6");
+}
+
+TEST(Texts, OfNumbersAndBooleans)
+{
+    const std::pair<double, std::string> numbers[] = {
+        {0.1 + 0.2, "0.3"}, {-33.3333, "-33.3333"},
+        {-0.0, "0"},        {123456789012345.0, "123456789012345"},
+        {1e15, "1E+15"},    {0.0001, "0.0001"},
+        {0.00001, "1E-05"}, {-1.25e-7, "-1.25E-07"},
+    };
+    for (const auto &[value, expected] : numbers)
+        EXPECT_EQ(numberText(value).toStdString(), expected);
+
+    const TextCase booleans[] = {
+        {u"TRUE"_s, "True"},   {u"false"_s, "False"}, {u"0"_s, "False"},      {u"-1"_s, "True"},
+        {u".00001"_s, "True"}, {u"1e99"_s, "True"},   {u"yes"_s, "error 13"}, {u""_s, "error 13"},
+    };
+    for (const auto &[text, expected] : booleans)
+        EXPECT_EQ(outcome([&] { return toBoolean(text); }), expected) << text.toStdString();
+
+    EXPECT_EQ(asciiDigits(u"a٠٩۰۹9"_s), u"a09099"_s);
+    EXPECT_EQ(trimBlanks(u"  \ta b\r\n "_s), u"\ta b\r\n"_s);
+    EXPECT_EQ(trimBlanks(u"   "_s), QString());
+}
