@@ -29,14 +29,11 @@ QString longDate(const QDateTime &value, bool arabicMonths = false);
 QString monthName(int month, bool arabic);
 
 /// Reads a date text: a date, a time `h:m[:s]` with or without an am/pm mark (`AM PM A P ص م`), or both in
-/// either order. Nothing when the text is no date: a weekday's name, a lone number and an empty text are
-/// none.
+/// either order. Nothing when the text is no date: a weekday's name, a lone number, an empty text are none.
 /// - Between two numbers stands `/`, `-` or a blank. A month's name, English (full or three letters) or
-/// Arabic,
-///   can stand for one of them.
+///   Arabic, can stand for one of them.
 /// - Three numbers are day-month-year, else month-day-year, else year first; with three or four digits in
-/// front
-///   they are year-month-day, else year-day-month. The first reading that is a date wins.
+///   front they are year-month-day, else year-day-month. The first reading that is a date wins.
 /// - Two numbers are day and month of the present year in either order, else month and year.
 /// - Years of one or two digits: 0 to 29 are 20xx, 30 to 99 are 19xx.
 /// - Numbers with dots between them are a time. A time alone falls on day 0.

@@ -38,8 +38,8 @@ qint32 toLongInteger(double value);
 /// @throws RuntimeError 13 for an unreadable or empty text, 6 outside the range.
 qint32 toLongInteger(const QString &text);
 
-/// `True` or `False` in any case, or a number by the full reading (nonzero is True). @throws RuntimeError 13
-/// for anything else.
+/// `True` or `False` in any case, or a number by the full reading (nonzero is True).
+/// @throws RuntimeError 13 for anything else.
 bool toBoolean(const QString &text);
 
 /// A double as text: 15 significant digits, shortest form (`0.5`, `-33.3333`), with an exponent from 1E+15 up
