@@ -138,6 +138,45 @@ ControlKind kindOf(const QObject *control)
     return ControlKind::Other;
 }
 
+QStringView kindName(ControlKind kind)
+{
+    switch (kind) {
+    case ControlKind::CommandButton:
+        return u"CommandButton";
+    case ControlKind::OptionButton:
+        return u"OptionButton";
+    case ControlKind::CheckBox:
+        return u"CheckBox";
+    case ControlKind::Frame:
+        return u"Frame";
+    case ControlKind::Menu:
+        return u"Menu";
+    case ControlKind::Label:
+        return u"Label";
+    case ControlKind::TextBox:
+        return u"TextBox";
+    case ControlKind::ComboBox:
+        return u"ComboBox";
+    case ControlKind::DTPicker:
+        return u"DTPicker";
+    case ControlKind::PictureBox:
+        return u"PictureBox";
+    case ControlKind::Image:
+        return u"Image";
+    case ControlKind::Line:
+        return u"Line";
+    case ControlKind::FlexGrid:
+        return u"FlexGrid";
+    case ControlKind::DataGrid:
+        return u"DataGrid";
+    case ControlKind::StatusBar:
+        return u"StatusBar";
+    case ControlKind::Other:
+        break;
+    }
+    return {};
+}
+
 QString captionOf(const QObject *control)
 {
     if (const auto *button = qobject_cast<const QAbstractButton *>(control))
@@ -150,7 +189,7 @@ QString captionOf(const QObject *control)
         return action->text();
     if (const auto *menu = qobject_cast<const QMenu *>(control))
         return menu->title();
-    return {};
+    return kindOf(control) == ControlKind::DataGrid ? control->property("caption").toString() : QString();
 }
 
 void setCaption(QObject *control, const QString &caption)
@@ -165,6 +204,8 @@ void setCaption(QObject *control, const QString &caption)
         action->setText(caption);
     else if (auto *menu = qobject_cast<QMenu *>(control))
         menu->setTitle(caption);
+    else if (kindOf(control) == ControlKind::DataGrid)
+        control->setProperty("caption", caption);
 }
 
 bool rightToLeftOf(const QObject *control)

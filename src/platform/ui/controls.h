@@ -34,10 +34,13 @@ QList<QObject *> controlsOf(const Screen &screen);
 /// A QLabel that shows a picture is an Image; a plain QWidget or a QFrame without a line's shape is a
 /// PictureBox; any table that is no FlexGrid is a DataGrid.
 ControlKind kindOf(const QObject *control);
+/// The kind's name, such as "CommandButton"; empty for Other.
+QStringView kindName(ControlKind kind);
 /// True for a frame, picture box or scroll area: other controls stand in it, at places of its own.
 bool holdsControls(const QObject *control);
 
-/// Caption of a button, option, check box, frame, label or menu entry; empty for other kinds.
+/// Caption of a button, option, check box, frame, label or menu entry, and of a grid with a property
+/// `caption`; empty for other kinds.
 QString captionOf(const QObject *control);
 /// Nothing happens for kinds without a caption. An `&` in the caption marks the key of the next letter.
 void setCaption(QObject *control, const QString &caption);
