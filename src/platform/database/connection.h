@@ -55,8 +55,12 @@ public:
     void execute(const QString &sql);
 
     /// One level of transaction around execute() and recordset writes.
-    /// @throws RuntimeError -2147168242 from commitTrans() and rollbackTrans() when none is active. A failed
-    /// commit ends the transaction and rolls everything back before it throws.
+    /// @throws RuntimeError -2147168242 from commitTrans() and rollbackTrans() when none is active, 3219 from
+    /// beginTrans() inside one. A failed commit ends the transaction and rolls everything back before it
+    /// throws; a rollbackTrans() right behind it is taken, so that one failure path serves every failure.
+    /// When the engine itself has rolled back at a failure (a full disk), the level stays open for that
+    /// rollbackTrans(), and every write and the commit are refused until then: no later statement of the
+    /// transaction can take effect alone.
     void beginTrans();
     void commitTrans();
     void rollbackTrans();
@@ -74,6 +78,7 @@ public:
 private:
     Connection();
     friend class Recordset;
+    void attach(const std::shared_ptr<Recordset> &recordset);
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -9,6 +9,7 @@ RuntimeError wrongArguments();                        ///< 3001
 RuntimeError noCurrentRow();                          ///< 3021
 RuntimeError notAllowedInContext();                   ///< 3219
 RuntimeError closedInTransaction();                   ///< 3246
+RuntimeError notUpdatable();                          ///< 3251, a set that only reads
 RuntimeError noSuchItem();                            ///< 3265
 RuntimeError objectClosed();                          ///< 3704
 RuntimeError objectOpen();                            ///< 3705

@@ -150,6 +150,11 @@ public:
 
 private:
     Recordset();
+    friend class Connection;
+    void connectionClosed(); // closes without a word, pending edits or not
+    void moveTo(int position);
+    void leaveRow(); // saves an open edit or new row
+    void announce(ChangeReason reason);
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -1,0 +1,340 @@
+#include "platform/database/recordset.h"
+
+#include "platform/database/errors.h"
+#include "platform/database/recordset_p.h"
+#include "platform/database/sql/ddl.h"
+#include "platform/database/sql/storage.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+// --- the shared state
+
+void Recordset::Private::requireOpen() const
+{
+    if (!rows)
+        throw data_errors::objectClosed();
+}
+
+void Recordset::Private::requireIdle() const
+{
+    requireOpen();
+    if (inEvent)
+        throw data_errors::processingEvent();
+}
+
+void Recordset::Private::requireNotEditing() const
+{
+    requireIdle();
+    if (mode != EditMode::None)
+        throw data_errors::notAllowedInContext();
+}
+
+bool Recordset::Private::isUpdatable() const
+{
+    return lock != LockType::ReadOnly && !compiled->baseTable.isEmpty();
+}
+
+void Recordset::Private::requireUpdatable() const
+{
+    requireIdle();
+    if (!isUpdatable())
+        throw data_errors::notUpdatable();
+}
+
+int Recordset::Private::count() const
+{
+    return view ? int(view->size()) : rows->count();
+}
+
+int Recordset::Private::currentRow() const
+{
+    requireOpen();
+    if (position < 0 || position >= count())
+        throw data_errors::noCurrentRow();
+    return rowAt(position);
+}
+
+int Recordset::Private::indexOf(const QString &name) const
+{
+    requireOpen();
+    const auto &fields = rows->fields();
+    const auto found = std::ranges::find_if(
+        fields, [&](const FieldInfo &info) { return info.name.compare(name, Qt::CaseInsensitive) == 0; });
+    if (found == fields.end())
+        throw data_errors::noSuchItem();
+    return int(found - fields.begin());
+}
+
+const FieldInfo &Recordset::Private::field(int index) const
+{
+    requireOpen();
+    if (index < 0 || index >= int(rows->fields().size()))
+        throw data_errors::noSuchItem();
+    return rows->fields()[std::size_t(index)];
+}
+
+std::shared_ptr<database::Rows> Recordset::Private::readRows()
+{
+    database::Session &session = connection->session();
+    auto result = std::make_shared<database::Rows>(compiled->columns, !compiled->baseTable.isEmpty());
+    const sql::Step &step = compiled->steps.front();
+    database::Run run(session.prepared(step.text), step.parameters);
+    result->read(run);
+    return result;
+}
+
+database::RowCondition Recordset::Private::condition(const QString &text,
+                                                     database::RowCondition::Form form) const
+{
+    return {text, rows->fields(), form, [this](const QString &left, const QString &right) {
+                return connection->session().compareTexts(left, right);
+            }};
+}
+
+void Recordset::Private::select(const QString &text)
+{
+    if (text.trimmed().isEmpty()) {
+        view.reset();
+    } else {
+        const auto wanted = condition(text, database::RowCondition::Form::Filter);
+        std::vector<int> selected;
+        for (int row = 0; row < rows->count(); ++row) {
+            if (wanted.matches(*rows, row))
+                selected.push_back(row);
+        }
+        view = std::move(selected);
+    }
+    filter = text;
+    position = count() > 0 ? 0 : eof;
+}
+
+void Recordset::Private::close()
+{
+    rows.reset();
+    compiled.reset();
+    connection.reset();
+    view.reset();
+    filter.clear();
+    changes.clear();
+    mode = EditMode::None;
+    position = eof;
+}
+
+// --- opening
+
+Recordset::Recordset() : d(std::make_unique<Private>()) {}
+
+Recordset::~Recordset() = default; // a pending edit is dropped
+
+std::shared_ptr<Recordset> Recordset::create()
+{
+    return std::shared_ptr<Recordset>(new Recordset);
+}
+
+void Recordset::open(const QString &source, const ConnectionPtr &connection, CursorType cursor, LockType lock,
+                     CommandKind kind)
+{
+    if (d->rows)
+        throw data_errors::objectOpen();
+    if (!connection || !connection->isOpen())
+        throw data_errors::invalidConnection();
+    database::Session &session = connection->session();
+    QString table = source.trimmed();
+    if (table.startsWith(u'[') && table.endsWith(u']'))
+        table = table.sliced(1, table.size() - 2);
+    auto compiled = kind == CommandKind::Table ? session.compileTable(table) : session.compile(source);
+    if (compiled->kind != sql::StatementKind::Select) { // without rows there is nothing to open
+        session.run(*compiled);
+        return;
+    }
+    d->connection = connection;
+    d->source = source;
+    d->kind = kind;
+    d->lock = lock;
+    const CursorType type = cursor == CursorType::ForwardOnly ? d->cursorWanted.value_or(cursor) : cursor;
+    d->forwardOnly = type == CursorType::ForwardOnly &&
+                     d->locationWanted.value_or(connection->cursorLocation()) == CursorLocation::Server;
+    d->compiled = std::move(compiled);
+    try {
+        d->rows = d->readRows();
+    } catch (...) {
+        d->close();
+        throw;
+    }
+    d->select({});
+    connection->attach(shared_from_this());
+    rowsChanged.raise();
+    moveComplete.raise();
+}
+
+void Recordset::open(const QString &source, const QString &connectionString, CursorType cursor, LockType lock,
+                     CommandKind kind)
+{
+    if (d->rows)
+        throw data_errors::objectOpen();
+    const ConnectionPtr own = Connection::create();
+    own->open(connectionString);
+    open(source, own, cursor, lock, kind);
+}
+
+void Recordset::close()
+{
+    d->requireNotEditing();
+    const auto keep = shared_from_this();
+    d->close();
+    rowsChanged.raise();
+}
+
+void Recordset::connectionClosed()
+{
+    d->close();
+}
+
+int Recordset::state() const noexcept
+{
+    return d->rows ? stateOpen : stateClosed;
+}
+
+const QString &Recordset::source() const noexcept
+{
+    return d->source;
+}
+
+void Recordset::setCursorLocation(CursorLocation location) noexcept
+{
+    d->locationWanted = location;
+}
+
+void Recordset::setCursorType(CursorType cursor) noexcept
+{
+    d->cursorWanted = cursor;
+}
+
+std::shared_ptr<Recordset> Recordset::clone()
+{
+    d->requireIdle();
+    const auto copy = create();
+    copy->d->connection = d->connection;
+    copy->d->source = d->source;
+    copy->d->kind = d->kind;
+    copy->d->forwardOnly = d->forwardOnly;
+    copy->d->lock = d->lock;
+    copy->d->compiled = d->compiled;
+    copy->d->rows = d->rows;
+    copy->d->select({});
+    d->connection->attach(copy);
+    return copy;
+}
+
+void Recordset::requery()
+{
+    d->requireNotEditing();
+    const auto keep = shared_from_this();
+    // The old rows stay when this fails.
+    if (d->kind == CommandKind::Text)
+        d->compiled = d->connection->session().compile(d->source);
+    d->rows = d->readRows();
+    d->select(d->filter);
+    rowsChanged.raise();
+    moveComplete.raise();
+}
+
+void Recordset::resync()
+{
+    d->requireNotEditing();
+    if (d->compiled->baseTable.isEmpty())
+        throw data_errors::notUpdatable();
+    const auto keep = shared_from_this();
+    const auto &fields = d->rows->fields();
+    std::vector<int> columns;
+    QByteArray text;
+    for (int index = 0; index < int(fields.size()); ++index) {
+        const FieldInfo &info = fields[std::size_t(index)];
+        if (info.baseColumn.isEmpty())
+            continue;
+        text += (columns.empty() ? "select " : ",") + sql::quotedName(info.baseColumn);
+        columns.push_back(index);
+    }
+    if (columns.empty())
+        return;
+    text += " from " + sql::quotedName(d->compiled->baseTable) + " where rowid = ?1";
+    database::Session &session = d->connection->session();
+    for (int row = 0; row < d->rows->count(); ++row) {
+        database::Run run(session.prepared(text), {sql::Parameter(*d->rows->rowid(row))});
+        if (!run.next())
+            continue; // removed by somebody; what was read of it stays
+        for (std::size_t column = 0; column < columns.size(); ++column) {
+            const FieldType type = fields[std::size_t(columns[column])].type;
+            d->rows->setValue(row, columns[column], sql::fromStorage(run.column(int(column)), type));
+        }
+    }
+    rowsChanged.raise();
+}
+
+// --- fields
+
+int Recordset::fieldCount() const
+{
+    d->requireOpen();
+    return int(d->rows->fields().size());
+}
+
+const FieldInfo &Recordset::field(int index) const
+{
+    return d->field(index);
+}
+
+const FieldInfo &Recordset::field(const QString &name) const
+{
+    return d->field(d->indexOf(name));
+}
+
+int Recordset::fieldIndex(const QString &name) const
+{
+    try {
+        return d->indexOf(name);
+    } catch (const RuntimeError &error) {
+        if (error.number() != data_errors::noSuchItem().number())
+            throw;
+        return -1;
+    }
+}
+
+Value Recordset::value(int index) const
+{
+    d->field(index);
+    const auto change = d->changes.find(index);
+    if (change != d->changes.end())
+        return change->second;
+    if (d->mode == EditMode::Add)
+        return d->blank[std::size_t(index)];
+    return d->rows->value(d->currentRow(), index);
+}
+
+Value Recordset::value(const QString &name) const
+{
+    return value(d->indexOf(name));
+}
+
+Value Recordset::originalValue(int index) const
+{
+    d->field(index);
+    return d->mode == EditMode::Add ? Value() : d->rows->value(d->currentRow(), index);
+}
+
+Value Recordset::originalValue(const QString &name) const
+{
+    return originalValue(d->indexOf(name));
+}
+
+Value Recordset::valueAt(int position, int index) const
+{
+    d->field(index);
+    if (position < 0 || position >= d->count())
+        throw data_errors::noCurrentRow();
+    if (d->mode == EditMode::InProgress && position == d->position)
+        return value(index);
+    return d->rows->value(d->rowAt(position), index);
+}

@@ -1,0 +1,169 @@
+#include "platform/database/errors.h"
+#include "platform/database/recordset_p.h"
+#include "platform/database/sql/storage.h"
+
+#include <QtCore/QScopedValueRollback>
+
+// Changing rows: edits and new rows on their way to the store.
+
+namespace
+{
+
+// A value as the field will give it back.
+Value fitted(const Value &value, const FieldInfo &field)
+{
+    if (value.isNull() && field.type == FieldType::Boolean)
+        return false; // a boolean is never Null
+    Value result;
+    try {
+        result = sql::fromStorage(sql::toStorage(value, field.type), field.type);
+    } catch (const RuntimeError &) { // the conversion's own failure has no place in this layer
+        throw data_errors::multipleStep();
+    }
+    if (field.type == FieldType::Text && result.toText().size() > field.definedSize)
+        throw data_errors::fieldTooSmall(true);
+    return result;
+}
+
+} // namespace
+
+void Recordset::announce(ChangeReason reason)
+{
+    const auto keep = shared_from_this();
+    RecordChange change{reason};
+    {
+        const QScopedValueRollback guard(d->inEvent, true);
+        willChangeRecord.raise(change);
+    }
+    d->requireOpen(); // a handler may have closed the connection
+    if (change.cancel)
+        throw data_errors::operationCancelled();
+}
+
+void Recordset::setValue(int index, const Value &value)
+{
+    d->requireUpdatable();
+    const FieldInfo &field = d->field(index);
+    if (d->mode != EditMode::Add)
+        d->currentRow();
+    if (field.baseColumn.isEmpty())
+        throw data_errors::multipleStep();
+    const Value fit = fitted(value, field);
+    if (d->mode == EditMode::None) {
+        announce(ChangeReason::FirstChange);
+        d->mode = EditMode::InProgress;
+    }
+    const auto keep = shared_from_this();
+    d->changes[index] = fit;
+    fieldChanged.raise(index);
+}
+
+void Recordset::setValue(const QString &name, const Value &value)
+{
+    setValue(d->indexOf(name), value);
+}
+
+void Recordset::addNew()
+{
+    d->requireUpdatable();
+    leaveRow();
+    announce(ChangeReason::AddNew);
+    const database::RowWriter writer(d->connection->session(), d->compiled->baseTable);
+    const std::vector<Value> defaults = writer.defaults();
+    d->blank.assign(d->rows->fields().size(), Value());
+    for (std::size_t index = 0; index < d->blank.size(); ++index) {
+        const QString &column = d->rows->fields()[index].baseColumn;
+        if (!column.isEmpty())
+            d->blank[index] = defaults[std::size_t(writer.column(column))];
+    }
+    d->changes.clear();
+    d->returnPosition = d->position;
+    d->mode = EditMode::Add;
+    const auto keep = shared_from_this();
+    moveComplete.raise();
+}
+
+void Recordset::update()
+{
+    d->requireIdle();
+    if (d->mode == EditMode::None)
+        return;
+    announce(ChangeReason::Update);
+    database::RowWriter writer(d->connection->session(), d->compiled->baseTable);
+    const auto &fields = d->rows->fields();
+    std::vector<database::RowWriter::Cell> cells;
+    for (const auto &[index, value] : d->changes)
+        cells.push_back({writer.column(fields[std::size_t(index)].baseColumn), value});
+
+    if (d->mode == EditMode::Add) {
+        const auto [rowid, values] = writer.insert(cells);
+        const int row = d->rows->append(rowid);
+        for (std::size_t index = 0; index < fields.size(); ++index) {
+            const QString &column = fields[index].baseColumn;
+            if (!column.isEmpty())
+                d->rows->setValue(row, int(index), values[std::size_t(writer.column(column))]);
+        }
+        if (d->view)
+            d->view->push_back(row); // shown whether or not the filter would select it
+        d->position = d->count() - 1;
+    } else {
+        const int row = d->currentRow();
+        // A row id alone may stand for another row by now; a counter's number does not come back.
+        std::vector<database::RowWriter::Cell> identity;
+        for (std::size_t index = 0; index < fields.size(); ++index) {
+            if (fields[index].counter && !fields[index].baseColumn.isEmpty())
+                identity.push_back(
+                    {writer.column(fields[index].baseColumn), d->rows->value(row, int(index))});
+        }
+        writer.update(*d->rows->rowid(row), cells, identity);
+        for (const auto &[index, value] : d->changes) {
+            const QString &column = fields[std::size_t(index)].baseColumn;
+            for (std::size_t other = 0; other < fields.size(); ++other) {
+                if (fields[other].baseColumn.compare(column, Qt::CaseInsensitive) == 0)
+                    d->rows->setValue(row, int(other), value);
+            }
+        }
+    }
+    d->mode = EditMode::None;
+    d->changes.clear();
+    const auto keep = shared_from_this();
+    rowsChanged.raise();
+}
+
+void Recordset::cancelUpdate()
+{
+    d->requireIdle();
+    if (d->mode == EditMode::None)
+        return;
+    const bool adding = d->mode == EditMode::Add;
+    announce(adding ? ChangeReason::UndoAddNew : ChangeReason::UndoUpdate);
+    const auto keep = shared_from_this();
+    const auto changes = std::exchange(d->changes, {});
+    d->mode = EditMode::None;
+    if (adding)
+        return moveTo(d->returnPosition);
+    for (const auto &[index, value] : changes)
+        fieldChanged.raise(index);
+}
+
+void Recordset::updateBatch()
+{
+    update();
+}
+
+void Recordset::cancelBatch()
+{
+    cancelUpdate();
+}
+
+EditMode Recordset::editMode() const
+{
+    d->requireOpen();
+    return d->mode;
+}
+
+bool Recordset::isUpdatable() const
+{
+    d->requireOpen();
+    return d->isUpdatable();
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/database/recordset.h"
+#include "platform/database/row_condition.h"
+#include "platform/database/row_writer.h"
+#include "platform/database/rows.h"
+#include "platform/database/session.h"
+
+#include <map>
+
+/// The state of a record set. A set that is closed has no rows.
+struct Recordset::Private {
+    static constexpr int bof = -1;
+    static constexpr int eof = -2;
+
+    ConnectionPtr connection;
+    QString source;
+    CommandKind kind = CommandKind::Text;
+    std::optional<CursorType> cursorWanted;
+    std::optional<CursorLocation> locationWanted;
+    bool forwardOnly = false;
+    LockType lock = LockType::ReadOnly;
+    std::shared_ptr<const sql::Compiled> compiled;
+    std::shared_ptr<database::Rows> rows; ///< shared by the clones
+
+    QString filter;
+    std::optional<std::vector<int>> view; ///< the rows that the filter selects, ascending; none: all
+    int position = eof;                   ///< among the rows of the view
+
+    EditMode mode = EditMode::None;
+    std::map<int, Value> changes; ///< of the current or new row, by field
+    std::vector<Value> blank;     ///< a new row before anything was set
+    int returnPosition = eof;     ///< from before the new row
+    bool inEvent = false;
+
+    /// Throws unless the set is open, and not inside willChangeRecord.
+    void requireOpen() const;
+    void requireIdle() const;
+    void requireNotEditing() const;
+    void requireUpdatable() const;
+    bool isUpdatable() const;
+
+    int count() const;
+    /// The row at a position of the view.
+    int rowAt(int at) const { return view ? (*view)[std::size_t(at)] : at; }
+    /// The current row, which is none of the new ones. @throws RuntimeError 3021
+    int currentRow() const;
+    /// @throws RuntimeError 3265
+    int indexOf(const QString &name) const;
+    const FieldInfo &field(int index) const;
+
+    database::RowCondition condition(const QString &text, database::RowCondition::Form form) const;
+    std::shared_ptr<database::Rows> readRows();
+    void select(const QString &text);
+    void close();
+};

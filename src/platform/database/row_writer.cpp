@@ -1,0 +1,106 @@
+#include "platform/database/row_writer.h"
+
+#include "platform/database/errors.h"
+#include "platform/database/sql/ddl.h"
+#include "platform/database/sql/storage.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace database
+{
+
+namespace
+{
+
+sql::CatalogTable tableNamed(Session &session, const QString &name)
+{
+    if (const sql::CatalogTable *table = session.catalog().find(name))
+        return *table;
+    throw data_errors::unknownTable(name);
+}
+
+} // namespace
+
+RowWriter::RowWriter(Session &session, const QString &table)
+    : m_session(session), m_table(tableNamed(session, table))
+{
+}
+
+int RowWriter::column(const QString &name) const
+{
+    const sql::CatalogColumn *found = m_table.find(name);
+    if (!found)
+        throw data_errors::noSuchItem();
+    return int(found - m_table.columns.data());
+}
+
+std::vector<Value> RowWriter::defaults() const
+{
+    std::vector<Value> values;
+    for (const sql::CatalogColumn &column : m_table.columns)
+        values.push_back(column.type == FieldType::Boolean ? Value(column.defaultTrue) : Value());
+    return values;
+}
+
+std::pair<qint64, std::vector<Value>> RowWriter::insert(const std::vector<Cell> &cells)
+{
+    std::vector<Value> values = defaults();
+    for (const Cell &cell : cells)
+        values[std::size_t(cell.column)] = cell.value;
+
+    qint64 rowid = 0;
+    m_session.atomically([&] {
+        sql::Step step{"insert into " + sql::quotedName(m_table.name) + " values (", {}};
+        const sql::CatalogColumn *counter = nullptr;
+        for (std::size_t index = 0; index < values.size(); ++index) {
+            const sql::CatalogColumn &column = m_table.columns[index];
+            if (column.counter) {
+                if (values[index].isNull())
+                    values[index] = drawCounter();
+                else
+                    counter = &column;
+            }
+            step.parameters.push_back(sql::toStorage(values[index], column.type));
+            step.text += (index ? ",?" : "?") + QByteArray::number(int(index) + 1);
+        }
+        step.text += ')';
+        m_session.run(step);
+        rowid = m_session.engine().lastRowid();
+        if (counter) // a number of the caller's own
+            m_session.run(sql::raiseCounterStep(m_table.name, counter->name));
+    });
+    return {rowid, values};
+}
+
+void RowWriter::update(qint64 rowid, const std::vector<Cell> &cells, const std::vector<Cell> &identity)
+{
+    sql::Step step{"update " + sql::quotedName(m_table.name) + " set ", {}};
+    const auto add = [&](const char *separator, const Cell &cell, const char *sign) {
+        step.parameters.push_back(sql::toStorage(cell.value, at(cell.column).type));
+        step.text += separator + sql::quotedName(at(cell.column).name) + sign +
+                     QByteArray::number(qsizetype(step.parameters.size()));
+    };
+    for (const Cell &cell : cells)
+        add(&cell == &cells.front() ? "" : ",", cell, "=?");
+    step.parameters.push_back(rowid);
+    step.text += " where rowid=?" + QByteArray::number(qsizetype(step.parameters.size()));
+    for (const Cell &cell : identity)
+        add(" and ", cell, " is ?");
+    m_session.atomically([&] {
+        m_session.run(step);
+        if (m_session.engine().changes() == 0)
+            throw data_errors::rowNotLocated();
+    });
+}
+
+qint32 RowWriter::drawCounter()
+{
+    m_session.run(sql::drawCounterStep(m_table.name));
+    const sql::Parameter drawn =
+        m_session.first({"select last from system_counters where table_name = ?1", {m_table.name.toUtf8()}});
+    if (!std::holds_alternative<qint64>(drawn))
+        throw data_errors::engineFailure(u"The counter of '%1' is missing."_s.arg(m_table.name));
+    return sql::fromStorage(drawn, FieldType::Long).toInt();
+}
+
+} // namespace database

@@ -1,0 +1,179 @@
+#include "platform/database/rows.h"
+
+#include "platform/database/sql/storage.h"
+
+namespace database
+{
+
+Rows::Rows(std::vector<FieldInfo> fields, bool withRowids)
+    : m_fields(std::move(fields)), m_columns(m_fields.size()), m_withRowids(withRowids)
+{
+    for (std::size_t index = 0; index < m_fields.size(); ++index) {
+        auto &cells = m_columns[index].cells;
+        switch (m_fields[index].type) {
+        case FieldType::Money:
+        case FieldType::Date:
+            cells = Wide();
+            break;
+        case FieldType::Double:
+            cells = Real();
+            break;
+        default:
+            cells = Narrow();
+        }
+    }
+}
+
+void Rows::read(Run &run)
+{
+    const int columns = int(m_fields.size());
+    Known known;
+    while (run.next()) {
+        for (int column = 0; column < columns; ++column)
+            appendCell(column, run, known);
+        if (m_withRowids)
+            m_rowids.push_back(std::get<qint64>(run.column(columns)));
+        ++m_count;
+    }
+}
+
+std::optional<qint64> Rows::rowid(int row) const
+{
+    if (!m_withRowids)
+        return std::nullopt;
+    return m_rowids[std::size_t(row)];
+}
+
+Value Rows::value(int row, int column) const
+{
+    const auto index = std::size_t(row);
+    const Column &source = m_columns[std::size_t(column)];
+    if (!source.nulls.empty() && source.nulls[index])
+        return {};
+    switch (m_fields[std::size_t(column)].type) {
+    case FieldType::Long:
+    case FieldType::Byte:
+        return std::get<Narrow>(source.cells)[index];
+    case FieldType::Boolean:
+        return std::get<Narrow>(source.cells)[index] != 0;
+    case FieldType::Text: {
+        const int text = textIndex(row, column);
+        return text < 0 ? Value() : Value(m_texts[std::size_t(text)]);
+    }
+    case FieldType::Money:
+        return Money::fromTenThousandths(std::get<Wide>(source.cells)[index]);
+    case FieldType::Date:
+        return QDateTime::fromSecsSinceEpoch(std::get<Wide>(source.cells)[index], Qt::UTC);
+    case FieldType::Double:
+        return std::get<Real>(source.cells)[index];
+    }
+    Q_UNREACHABLE();
+}
+
+int Rows::textIndex(int row, int column) const
+{
+    return int(cell(column, row)) - 1;
+}
+
+void Rows::setValue(int row, int column, const Value &value)
+{
+    const FieldType type = m_fields[std::size_t(column)].type;
+    if (type != FieldType::Text)
+        setNull(column, row, value.isNull());
+    if (value.isNull()) {
+        setCell(column, row, 0);
+        return;
+    }
+    switch (type) {
+    case FieldType::Long:
+    case FieldType::Byte:
+        setCell(column, row, value.toInt());
+        break;
+    case FieldType::Boolean:
+        setCell(column, row, value.toBool() ? -1 : 0);
+        break;
+    case FieldType::Text:
+        m_texts.push_back(value.toText());
+        setCell(column, row, qint64(m_texts.size()));
+        break;
+    case FieldType::Money:
+        setCell(column, row, value.toMoneyValue().tenThousandths());
+        break;
+    case FieldType::Date:
+        setCell(column, row, value.toDate().toSecsSinceEpoch());
+        break;
+    case FieldType::Double:
+        std::get<Real>(m_columns[std::size_t(column)].cells)[std::size_t(row)] = value.toDouble();
+        break;
+    }
+}
+
+int Rows::append(qint64 rowid)
+{
+    for (int column = 0; column < int(m_columns.size()); ++column) {
+        appendZero(column);
+        setValue(m_count, column, {});
+    }
+    if (m_withRowids)
+        m_rowids.push_back(rowid);
+    return m_count++;
+}
+
+void Rows::appendCell(int column, Run &run, Known &known)
+{
+    const FieldType type = m_fields[std::size_t(column)].type;
+    appendZero(column);
+    QHash<QByteArray, qint64> *cells = type == FieldType::Text   ? &known.texts
+                                       : type == FieldType::Date ? &known.dates
+                                                                 : nullptr;
+    const QByteArray bytes = cells ? run.text(column) : QByteArray();
+    if (bytes.isNull()) {
+        setValue(m_count, column, sql::fromStorage(run.column(column), type));
+        return;
+    }
+    // Many rows hold few different texts and dates: each is converted once.
+    const auto met = cells->constFind(bytes);
+    if (met != cells->constEnd()) {
+        setCell(column, m_count, *met);
+        return;
+    }
+    const QByteArray copy(bytes.constData(), bytes.size());
+    setValue(m_count, column, sql::fromStorage(copy, type));
+    cells->insert(copy, cell(column, m_count));
+}
+
+void Rows::appendZero(int column)
+{
+    Column &target = m_columns[std::size_t(column)];
+    std::visit([](auto &cells) { cells.push_back(0); }, target.cells);
+    if (!target.nulls.empty())
+        target.nulls.push_back(false);
+}
+
+void Rows::setNull(int column, int row, bool null)
+{
+    Column &target = m_columns[std::size_t(column)];
+    if (target.nulls.empty() && null)
+        target.nulls.resize(std::visit([](const auto &cells) { return cells.size(); }, target.cells));
+    if (!target.nulls.empty())
+        target.nulls[std::size_t(row)] = null;
+}
+
+qint64 Rows::cell(int column, int row) const
+{
+    const auto &cells = m_columns[std::size_t(column)].cells;
+    if (const auto *narrow = std::get_if<Narrow>(&cells))
+        return (*narrow)[std::size_t(row)];
+    return std::get<Wide>(cells)[std::size_t(row)];
+}
+
+void Rows::setCell(int column, int row, qint64 cell)
+{
+    auto &cells = m_columns[std::size_t(column)].cells;
+    if (auto *narrow = std::get_if<Narrow>(&cells))
+        (*narrow)[std::size_t(row)] = qint32(cell);
+    else if (auto *wide = std::get_if<Wide>(&cells))
+        (*wide)[std::size_t(row)] = cell;
+}
+
+} // namespace database
