@@ -1,0 +1,640 @@
+#include "family/frmMembers.h"
+
+#include "core/engine.h"
+#include "family/bound_boxes.h"
+#include "family/deceased_name.h"
+#include "family/member_records.h"
+#include "platform/runtime/clock.h"
+#include "platform/runtime/dates.h"
+#include "platform/runtime/numbers.h"
+#include "platform/runtime/runtime_error.h"
+#include "platform/ui/controls.h"
+#include "platform/ui/dialogs.h"
+#include "presentation/prepare_screen.h"
+#include "presentation/vocabulary.h"
+#include "store/data_helpers.h"
+#include "ui_frmMembers.h"
+
+#include <QtGui/QCloseEvent>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStatusBar>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+enum Field { fieldName, fieldSex, fieldTitle, fieldRelation, fieldDob, fieldGroup, fieldLastUpdate };
+
+constexpr int cellPadding = 120; ///< of a grid column, in twips
+
+const QStringList boundFields{u"name"_s, u"sex"_s,   u"title"_s,     u"relation"_s,
+                              u"dob"_s,  u"group"_s, u"lastupdate"_s};
+
+/// Runs a command that shows its failures' description and leaves.
+void showingFailures(const std::function<void()> &command)
+{
+    try {
+        command();
+    } catch (const RuntimeError &failure) {
+        showMessage(failure.description());
+    }
+}
+
+void paintBox(QWidget *box, const QColor &color)
+{
+    QPalette palette = box->palette();
+    palette.setColor(QPalette::Base, color);
+    box->setPalette(palette);
+}
+
+/// True for a key that would change the text of a box.
+bool isTyping(const QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Paste) || event->matches(QKeySequence::Cut) ||
+        event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo) ||
+        event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete)
+        return true;
+    return !event->text().isEmpty() && event->text().front().isPrint() &&
+           !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+} // namespace
+
+frmMembers::frmMembers() : Screen(u"frmMembers"_s), m_ui(std::make_unique<Ui::frmMembers>())
+{
+    m_ui->setupUi(this);
+    setFixedWidth(m_ui->surface->minimumWidth());
+    m_ui->mnuShow->actions().at(2)->setObjectName(u"xSEP"_s);
+    m_ui->FGrid->setFixedCols(0);
+
+    m_txtFields = new BoundBoxes({m_ui->txtFields_0, m_ui->txtFields_1, m_ui->txtFields_2, m_ui->txtFields_3,
+                                  m_ui->txtFields_4, m_ui->txtFields_5, m_ui->txtFields_6},
+                                 boundFields, this);
+    m_txtFields->setCodes(fieldSex);
+    m_txtFields->setCodes(fieldRelation);
+    for (int i = 0; i < m_txtFields->count(); ++i) {
+        QLineEdit *box = m_txtFields->box(i);
+        takeAsciiDigits(box);
+        box->installEventFilter(this);
+        connect(box, &QLineEdit::textChanged, this, [this, i] { txtFields_Change(i); });
+    }
+    m_ui->DTPicker1->installEventFilter(this);
+    hideChoosers();
+
+    connect(m_ui->cmdAdd, &QPushButton::clicked, this, &frmMembers::cmdAdd_Click);
+    connect(m_ui->cmdEdit, &QPushButton::clicked, this, &frmMembers::cmdEdit_Click);
+    connect(m_ui->cmdUpdate, &QPushButton::clicked, this, &frmMembers::cmdUpdate_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmMembers::cmdCancel_Click);
+    connect(m_ui->cmdDelete, &QPushButton::clicked, this, &frmMembers::cmdDelete_Click);
+    connect(m_ui->cmdRefresh, &QPushButton::clicked, this, &frmMembers::cmdRefresh_Click);
+    connect(m_ui->cmdClose, &QPushButton::clicked, this, &frmMembers::cmdClose_Click);
+    connect(m_ui->cmdFirst, &QPushButton::clicked, this, &frmMembers::cmdFirst_Click);
+    connect(m_ui->cmdPrevious, &QPushButton::clicked, this, &frmMembers::cmdPrevious_Click);
+    connect(m_ui->cmdNext, &QPushButton::clicked, this, &frmMembers::cmdNext_Click);
+    connect(m_ui->cmdLast, &QPushButton::clicked, this, &frmMembers::cmdLast_Click);
+    connect(m_ui->Combo1, &QComboBox::activated, this, &frmMembers::Combo1_Click);
+    connect(m_ui->DTPicker1, &DatePicker::closeUp, this, &frmMembers::DTPicker1_CloseUp);
+    connect(m_ui->mnuDesceased, &QAction::triggered, this, &frmMembers::mnuDesceased_Click);
+    connect(m_ui->mnuValid, &QAction::triggered, this, [this] { setFilter(u"valid=true"_s); });
+    connect(m_ui->mnuInValid, &QAction::triggered, this, [this] { setFilter(u"valid=false"_s); });
+    connect(m_ui->mnuBoth, &QAction::triggered, this, [this] { setFilter({}); });
+    connect(m_ui->mnuInverse, &QAction::triggered, this, [this] { MirrorControls(*this); });
+    connect(m_ui->mnuExit, &QAction::triggered, this, &frmMembers::mnuExit_Click);
+}
+
+frmMembers::~frmMembers() = default;
+
+void frmMembers::Form_Load()
+{
+    PrepareScreen(*this);
+    m_changedUnasked = false;
+    if (engine.deceasedName.isEmpty())
+        mnuDesceased_Click();
+
+    engine.dbConnection->setCursorLocation(CursorLocation::Client);
+    m_sexNames = codeNames(u"sex"_s);
+    m_relationNames = codeNames(u"relation"_s);
+
+    m_primary = Recordset::create();
+    m_primary->willChangeRecord.connect(
+        [this](RecordChange &change) { adoPrimaryRS_WillChangeRecord(change); });
+    m_primary->open(u"select name,sex,title,relation,"
+                    "dob,group,valid,lastupdate from members Order by dob"_s,
+                    engine.dbConnection, CursorType::Static, LockType::Optimistic);
+    m_txtFields->bind(m_primary);
+    m_primary->moveComplete.connect([this] { adoPrimaryRS_MoveComplete(); });
+    m_ui->txtFields_6->setEnabled(false);
+
+    bindGrid();
+    setButtons(true);
+    adoPrimaryRS_MoveComplete();
+}
+
+void frmMembers::Form_Unload()
+{
+    if (!m_primary->isOpen())
+        return;
+    ignoringErrors([this] { m_primary->cancelUpdate(); });
+    m_primary->close();
+}
+
+void frmMembers::bindGrid()
+{
+    m_primary->rowsChanged.disconnect(m_gridFormat);
+    m_ui->FGrid->setDataSource(m_primary);
+    // Behind the grid's own handler, which loads the raw texts first.
+    m_gridFormat = m_primary->rowsChanged.connect([this] { formatGrid(); });
+    formatGrid();
+}
+
+void frmMembers::formatGrid()
+{
+    if (!m_primary->isOpen())
+        return;
+    FlexGrid &grid = *m_ui->FGrid;
+    grid.setRedraw(false);
+    QStringList headings;
+    for (int column = 0; column < m_primary->fieldCount(); ++column)
+        headings << translate(m_primary->field(column).name);
+    grid.setFormatString(headings.join(u'|'));
+
+    for (int column = 0; column < m_primary->fieldCount(); ++column) {
+        int width = grid.textWidth(headings[column]);
+        for (int row = 0; row < m_primary->rowCount(); ++row) {
+            const QString text =
+                memberCellText(m_primary->field(column).name, m_primary->valueAt(row, column));
+            grid.setTextMatrix(row + grid.fixedRows(), column, text);
+            width = std::max(width, grid.textWidth(text));
+        }
+        grid.setColWidth(column, width + cellPadding);
+    }
+    for (int row = 1; row < m_primary->rowCount(); row += 2)
+        grid.setRowBackColor(row + grid.fixedRows(), QColor(0xC0, 0xC0, 0xC0));
+    grid.setRedraw(true);
+}
+
+void frmMembers::Form_Resize()
+{
+    // What stands below the grid keeps its distance from the lower edge.
+    constexpr int bottomMargin = 10;
+    constexpr int gap = 12;
+    const int buttons = m_ui->surface->height() - bottomMargin - m_ui->cmdAdd->height();
+    const int moves = buttons - gap - m_ui->cmdFirst->height();
+    for (QWidget *button : {m_ui->cmdAdd, m_ui->cmdEdit, m_ui->cmdUpdate, m_ui->cmdCancel, m_ui->cmdDelete,
+                            m_ui->cmdRefresh, m_ui->cmdClose})
+        button->move(button->x(), buttons);
+    for (QWidget *control : {static_cast<QWidget *>(m_ui->cmdFirst),
+                             static_cast<QWidget *>(m_ui->cmdPrevious), static_cast<QWidget *>(m_ui->cmdNext),
+                             static_cast<QWidget *>(m_ui->cmdLast), static_cast<QWidget *>(m_ui->lblStatus)})
+        control->move(control->x(), moves);
+    m_ui->FGrid->resize(m_ui->FGrid->width(), moves - gap - m_ui->FGrid->y());
+}
+
+// --- browsing
+
+void frmMembers::adoPrimaryRS_MoveComplete()
+{
+    m_ui->lblStatus->setText(u"Record: "_s + QString::number(m_primary->absolutePosition()));
+    if (m_primary->absolutePosition() > 0)
+        m_ui->FGrid->setCell(m_primary->absolutePosition() - 1 + m_ui->FGrid->fixedRows(), 0);
+}
+
+void frmMembers::adoPrimaryRS_WillChangeRecord(RecordChange &change)
+{
+    if (change.reason == ChangeReason::FirstChange)
+        m_changedUnasked = isBrowsing();
+}
+
+const QStringList *frmMembers::namesOf(int index) const
+{
+    return index == fieldSex ? &m_sexNames : index == fieldRelation ? &m_relationNames : nullptr;
+}
+
+void frmMembers::txtFields_Change(int index)
+{
+    const QStringList *names = namesOf(index);
+    QLineEdit *box = m_txtFields->box(index);
+    if (!names || !isBrowsing() || !isNumeric(box->text()))
+        return;
+    const double code = readDouble(box->text());
+    if (code >= 1 && code <= double(names->size()))
+        box->setText(names->at(int(code) - 1));
+}
+
+bool frmMembers::txtFields_KeyPress(QKeyEvent *event)
+{
+    if (!isBrowsing() || !isTyping(event))
+        return false;
+    showMessage(
+        engine.isArabic
+            ? u"لكي تقوم بالإضافه أو التعديل يجب أن تقوم بضغط الخيار في أسفل الصفحه قبل البدأ في الطباعه"_s
+            : u"To Add a new record or modify an existing record, you must click on the option in the lower part of the page before you start typing!"_s);
+    return true;
+}
+
+bool frmMembers::eventFilter(QObject *watched, QEvent *event)
+{
+    for (int i = 0; i < m_txtFields->count(); ++i) {
+        if (watched != m_txtFields->box(i))
+            continue;
+        if (event->type() == QEvent::KeyPress && txtFields_KeyPress(static_cast<QKeyEvent *>(event)))
+            return true;
+        const bool openedByKey =
+            event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_F4;
+        if (event->type() == QEvent::MouseButtonRelease || openedByKey)
+            txtFields_Click(i);
+    }
+    if (watched == m_ui->DTPicker1 && event->type() == QEvent::KeyPress &&
+        (static_cast<QKeyEvent *>(event)->key() == Qt::Key_Return ||
+         static_cast<QKeyEvent *>(event)->key() == Qt::Key_Enter)) {
+        m_ui->DTPicker1->interpretText();
+        DTPicker1_CloseUp();
+        return true;
+    }
+    return Screen::eventFilter(watched, event);
+}
+
+bool frmMembers::Form_KeyDown(QKeyEvent *event)
+{
+    // Only while the row of buttons is enabled: a move would save an open edit silently.
+    if (!isBrowsing())
+        return false;
+    const bool ctrl = event->modifiers() & Qt::ControlModifier;
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        cmdClose_Click();
+        return true;
+    case Qt::Key_End:
+        cmdLast_Click();
+        return true;
+    case Qt::Key_Home:
+        cmdFirst_Click();
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_PageUp:
+        ctrl ? cmdFirst_Click() : cmdPrevious_Click();
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_PageDown:
+        ctrl ? cmdLast_Click() : cmdNext_Click();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// A change that nobody asked for is cancelled before the row is left.
+void frmMembers::refuseUnaskedChange()
+{
+    if (isBrowsing() && m_primary->isOpen() && m_txtFields->hasUnwritten()) {
+        ignoringErrors([this] { m_txtFields->writeAll(); });
+        m_changedUnasked = true; // also when the field did not take the text
+    }
+    if (!m_changedUnasked)
+        return;
+    if (m_primary->isOpen() && m_primary->editMode() != EditMode::None)
+        m_primary->cancelUpdate();
+    m_txtFields->show();
+    m_changedUnasked = false;
+    showMessage(engine.isArabic
+                    ? u"لا تقم بإجراء تغييرات في المعلومات قبل الضغط على تعديل"_s
+                    : u"Do NOT make any changes of the information without hitting Edit first!"_s);
+}
+
+/// Before a command other than a move leaves the row: what is really pending would be saved without an audit
+/// row.
+void frmMembers::dropUnaskedEdit()
+{
+    if (isBrowsing() && (m_txtFields->hasUnwritten() || m_primary->editMode() != EditMode::None))
+        refuseUnaskedChange();
+}
+
+void frmMembers::navigate(const std::function<void()> &move)
+{
+    showingFailures([&] {
+        refuseUnaskedChange();
+        move();
+    });
+}
+
+void frmMembers::cmdFirst_Click()
+{
+    navigate([this] { m_primary->moveFirst(); });
+}
+
+void frmMembers::cmdLast_Click()
+{
+    navigate([this] { m_primary->moveLast(); });
+}
+
+void frmMembers::cmdPrevious_Click()
+{
+    navigate([this] {
+        if (!m_primary->bof())
+            m_primary->movePrevious();
+        if (m_primary->bof() && m_primary->recordCount() > 0) {
+            QApplication::beep();
+            m_primary->moveFirst();
+        }
+    });
+}
+
+void frmMembers::cmdNext_Click()
+{
+    navigate([this] {
+        if (!m_primary->eof())
+            m_primary->moveNext();
+        if (m_primary->eof() && m_primary->recordCount() > 0) {
+            QApplication::beep();
+            m_primary->moveLast();
+        }
+    });
+}
+
+void frmMembers::setFilter(const QString &filter)
+{
+    dropUnaskedEdit();
+    m_primary->setFilter(filter);
+    m_ui->mnuValid->setChecked(filter == u"valid=true");
+    m_ui->mnuInValid->setChecked(filter == u"valid=false");
+    m_ui->mnuBoth->setChecked(filter.isEmpty());
+}
+
+// --- the row of buttons
+
+void frmMembers::setButtons(bool browsing)
+{
+    for (QWidget *button : {m_ui->cmdAdd, m_ui->cmdEdit, m_ui->cmdDelete, m_ui->cmdClose, m_ui->cmdRefresh})
+        button->setVisible(browsing);
+    for (QWidget *button : {m_ui->cmdUpdate, m_ui->cmdCancel})
+        button->setVisible(!browsing);
+    for (QWidget *button : {m_ui->cmdNext, m_ui->cmdFirst, m_ui->cmdLast, m_ui->cmdPrevious})
+        button->setEnabled(browsing);
+    m_ui->mnuShow->setEnabled(browsing); // a filter would leave the row and save it
+}
+
+void frmMembers::cmdAdd_Click()
+{
+    showingFailures([this] {
+        dropUnaskedEdit();
+        if (!(m_primary->bof() && m_primary->eof()))
+            m_savedBookmark = m_primary->bookmark();
+        m_primary->addNew();
+        m_ui->lblStatus->setText(u"Add record"_s);
+        m_adding = true;
+        setButtons(false);
+        m_updateType = u"add"_s;
+        m_txtFields->show();
+        m_txtFields->box(fieldName)->setFocus();
+    });
+}
+
+void frmMembers::cmdEdit_Click()
+{
+    showingFailures([this] {
+        if (m_primary->recordCount() < 1)
+            return;
+        m_ui->lblStatus->setText(u"Edit record"_s);
+        m_editing = true;
+        setButtons(false);
+        m_updateType = u"edit"_s;
+        m_txtFields->box(fieldName)->setFocus();
+    });
+}
+
+void frmMembers::cmdCancel_Click()
+{
+    setButtons(true);
+    hideChoosers();
+    m_editing = false;
+    m_adding = false;
+    ignoringErrors([this] { m_primary->cancelUpdate(); });
+    ignoringErrors([this] {
+        if (m_savedBookmark > 0)
+            m_primary->setBookmark(m_savedBookmark);
+        else
+            m_primary->moveFirst();
+    });
+    m_updateType.clear();
+    ignoringErrors([this] { m_txtFields->show(); });
+    ignoringErrors([this] { adoPrimaryRS_MoveComplete(); });
+}
+
+void frmMembers::cmdRefresh_Click()
+{
+    showingFailures([this] {
+        dropUnaskedEdit();
+        m_ui->FGrid->setDataSource(nullptr);
+        try {
+            m_primary->requery();
+        } catch (const RuntimeError &) {
+            bindGrid();
+            throw;
+        }
+        bindGrid();
+    });
+}
+
+void frmMembers::cmdClose_Click()
+{
+    mnuExit_Click();
+}
+
+void frmMembers::mnuExit_Click()
+{
+    if (m_primary->isOpen()) {
+        refuseUnaskedChange();
+        ignoringErrors([this] { m_txtFields->writeAll(); });
+        if (m_primary->recordCount() > 0 &&
+            (m_primary->editMode() != EditMode::None || m_txtFields->hasUnwritten())) {
+            if (askYesNo(engine.isArabic ? u"هل تريد حفظ التغييرات!!؟"_s
+                                         : u"Do you want to save changes!!?"_s))
+                cmdUpdate_Click();
+            else
+                cmdCancel_Click();
+        }
+    }
+    unload();
+    setHourglass(false);
+}
+
+void frmMembers::closeEvent(QCloseEvent *event)
+{
+    if (!isLoaded())
+        return Screen::closeEvent(event);
+    event->ignore();
+    mnuExit_Click();
+}
+
+void frmMembers::mnuDesceased_Click()
+{
+    recordDeceasedName();
+}
+
+// --- choosing a code or a date
+
+void frmMembers::hideChoosers()
+{
+    m_ui->Combo1->hide();
+    m_ui->DTPicker1->hide();
+}
+
+void frmMembers::txtFields_Click(int index)
+{
+    if (isBrowsing())
+        return;
+    QLineEdit *box = m_txtFields->box(index);
+    if (const QStringList *names = namesOf(index)) {
+        m_ui->DTPicker1->hide();
+        m_activeField = qint16(index);
+        QComboBox &combo = *m_ui->Combo1;
+        combo.setGeometry(box->x(), box->y(), box->width(), combo.height());
+        box->resize(box->width(), combo.height());
+        combo.clear();
+        combo.addItems(*names);
+        int shown = int(names->indexOf(box->text()));
+        if (shown < 0 && isNumeric(box->text()))
+            shown = int(std::clamp(readDouble(box->text()), 1.0, double(names->size()))) - 1;
+        combo.setCurrentIndex(std::max(shown, 0));
+        combo.show();
+        combo.raise();
+        combo.setFocus();
+    } else if (index == fieldDob) {
+        m_ui->Combo1->hide();
+        m_activeField = qint16(index);
+        m_ui->DTPicker1->setGeometry(box->geometry());
+        m_ui->DTPicker1->setValue(isDate(box->text()) ? readDate(box->text()) : today());
+        m_ui->DTPicker1->setVisible(m_ui->DTPicker1->isHidden());
+        m_ui->DTPicker1->raise();
+        m_ui->DTPicker1->setFocus();
+    } else {
+        hideChoosers();
+    }
+}
+
+void frmMembers::Combo1_Click()
+{
+    if (m_activeField < 0)
+        return;
+    const int index = m_activeField;
+    const QString word = m_ui->Combo1->currentText();
+    const QString &field = m_txtFields->field(index);
+    m_primary->setValue(field, codeOf(field, word));
+    m_txtFields->box(index)->setText(word);
+    m_activeField = -1;
+    m_ui->Combo1->hide();
+    m_txtFields->box(index)->setFocus();
+}
+
+void frmMembers::DTPicker1_CloseUp()
+{
+    if (m_ui->DTPicker1->isHidden())
+        return;
+    m_ui->DTPicker1->hide();
+    m_primary->setValue(m_txtFields->field(fieldDob), m_ui->DTPicker1->value());
+    m_txtFields->show(fieldDob);
+    m_txtFields->box(fieldDob)->setFocus();
+}
+
+// --- update and delete
+
+bool frmMembers::validate()
+{
+    for (int i = 0; i < m_txtFields->count(); ++i) {
+        QLineEdit *box = m_txtFields->box(i);
+        if (!isRefused(m_txtFields->field(i), box->text())) {
+            paintBox(box, Qt::white);
+            continue;
+        }
+        const QColor before = box->palette().color(QPalette::Base);
+        box->setFocus();
+        paintBox(box, QColor(0xFF, 0, 0));
+        // Does not end: the command stays open beneath the running screen, the box stays red, and the user
+        // goes on. Meant; what stands behind it is out of reach and kept.
+        Pause(1000);
+        paintBox(box, before);
+        m_ui->StatusBar1->showMessage(translate(m_txtFields->field(i)));
+        return false;
+    }
+    return true;
+}
+
+void frmMembers::cmdUpdate_Click()
+{
+    showingFailures([this] { update(); });
+}
+
+void frmMembers::update()
+{
+    if (!validate())
+        return showMessage(engine.isArabic ? u"يوجد خطأ في المعلومات.  فضلاً قم بتصحيحه أولاً"_s
+                                           : u"There is an error in your input, please correct it"_s);
+    m_txtFields->writeAll();
+    if (m_editing && !isChanged(*m_primary))
+        return showMessage(engine.isArabic ? u"لم تقم بأي تعديل"_s : u"No change was made!"_s);
+    if (!askYesNo(engine.textAreYouSure))
+        return;
+    showRowValues();
+    if (m_adding)
+        m_primary->setValue(u"VALID"_s, true);
+
+    // No transaction: an audit row stays behind when the member's row is refused. Meant.
+    writeMemberAudit(*m_primary, m_editing, m_updateType);
+    const QString oldName = m_primary->originalValue(u"name"_s).toText();
+    const QString newName = m_primary->value(u"name"_s).toText();
+    // No command sets "update", so a renaming reaches the members only. Meant.
+    if (oldName != newName && m_updateType == u"update")
+        renameInLedgers(oldName, newName);
+    m_updateType.clear();
+    m_primary->setValue(u"lastupdate"_s, generalDate(now()));
+    m_primary->updateBatch();
+
+    if (m_adding)
+        m_primary->moveLast();
+    m_editing = false;
+    m_adding = false;
+    setButtons(true);
+    hideChoosers();
+    m_txtFields->show();
+    adoPrimaryRS_MoveComplete();
+}
+
+/// Sets a box of codes that holds a word back to the row's value.
+void frmMembers::showRowValues()
+{
+    for (const int index : {int(fieldSex), int(fieldRelation)}) {
+        if (!isNumeric(m_txtFields->box(index)->text()))
+            m_txtFields->show(index);
+    }
+}
+
+void frmMembers::cmdDelete_Click()
+{
+    showingFailures([this] { deleteMember(); });
+}
+
+void frmMembers::deleteMember()
+{
+    dropUnaskedEdit();
+    if (hasLedgerRows(m_primary->value(u"name"_s).toText()))
+        return showMessage(
+            engine.isArabic
+                ? u"لا تستطيع إلغاء عضو عندما يكون مسجل بإسمه أو إسمها عمليات دخل أو مصاريف"_s
+                : u"You CANNOT delete a member with an outstanding revenue or expense transactions.  "
+                  "You must delete pending transactions first"_s);
+    // The row marked is the one behind the row tested, except on the last row. Meant.
+    m_primary->moveNext();
+    if (m_primary->eof())
+        m_primary->moveLast();
+    m_primary->setValue(u"VALID"_s, false);
+    m_primary->setValue(u"lastupdate"_s, generalDate(now()));
+    m_updateType = u"delete"_s;
+    writeMemberAudit(*m_primary, false, m_updateType);
+    m_primary->updateBatch(); // a set can't be queried again during an edit
+    m_updateType.clear();
+    m_primary->requery();
+}

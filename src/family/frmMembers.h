@@ -1,0 +1,86 @@
+#pragma once
+
+#include "platform/database/recordset.h"
+#include "platform/ui/screen.h"
+
+#include <QtCore/QStringList>
+
+#include <functional>
+#include <memory>
+
+class BoundBoxes;
+
+namespace Ui
+{
+class frmMembers;
+}
+
+/// The register of the family: all members in a grid, the current one in boxes; add, edit, delete, a filter
+/// by validity, and the deceased's name. Every change leaves an audit row.
+class frmMembers : public Screen
+{
+    Q_OBJECT
+
+public:
+    frmMembers();
+    ~frmMembers() override;
+
+protected:
+    void Form_Load() override;
+    bool Form_KeyDown(QKeyEvent *event) override;
+    void Form_Resize() override;
+    void Form_Unload() override;
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void adoPrimaryRS_MoveComplete();
+    void adoPrimaryRS_WillChangeRecord(RecordChange &change);
+    void cmdAdd_Click();
+    void cmdEdit_Click();
+    void cmdUpdate_Click();
+    void cmdCancel_Click();
+    void cmdDelete_Click();
+    void cmdRefresh_Click();
+    void cmdClose_Click();
+    void cmdFirst_Click();
+    void cmdPrevious_Click();
+    void cmdNext_Click();
+    void cmdLast_Click();
+    void Combo1_Click();
+    void DTPicker1_CloseUp();
+    void txtFields_Change(int index);
+    void txtFields_Click(int index);
+    bool txtFields_KeyPress(QKeyEvent *event);
+    void mnuDesceased_Click();
+    void mnuExit_Click();
+
+    void bindGrid();
+    void formatGrid();
+    void setButtons(bool browsing);
+    bool isBrowsing() const { return !m_editing && !m_adding; }
+    void refuseUnaskedChange();
+    void dropUnaskedEdit();
+    void navigate(const std::function<void()> &move);
+    bool validate();
+    void update();
+    void deleteMember();
+    void showRowValues();
+    void hideChoosers();
+    void setFilter(const QString &filter);
+    const QStringList *namesOf(int index) const;
+
+    std::unique_ptr<Ui::frmMembers> m_ui;
+    BoundBoxes *m_txtFields;
+    RecordsetPtr m_primary; ///< adoPrimaryRS
+    int m_gridFormat = 0;   ///< connection of formatGrid() to the set's rowsChanged
+
+    bool m_editing = false;
+    bool m_adding = false;
+    bool m_changedUnasked = false; ///< a bound field changed while neither editing nor adding
+    QString m_updateType;          ///< "add", "edit", "delete" or empty
+    int m_savedBookmark = 0;       ///< the row to return to after a cancelled add; 0 for none
+    qint16 m_activeField = -1;     ///< index of the box that Combo1 or DTPicker1 serves; -1 for none
+    QStringList m_sexNames;
+    QStringList m_relationNames;
+};
