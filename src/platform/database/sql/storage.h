@@ -2,6 +2,7 @@
 
 #include "platform/database/field.h"
 #include "platform/database/sql/compiler.h"
+#include "platform/runtime/value.h"
 
 /// The one place that knows how values stand in the file.
 namespace sql
@@ -24,7 +25,9 @@ namespace sql
 {
 
 /// Registers the dialect's functions and the collation `arabic` (ICU, locale ar, case and trailing blanks
-/// ignored) on an engine handle. The emitter's texts and the store's own indexes need them.
+/// ignored) on an engine handle. The emitter's texts and the store's own indexes need them. A function that
+/// meets a value it can't convert fails with the engine's code SQLITE_MISMATCH (to be told as a data type
+/// mismatch); any other failure has SQLITE_ERROR and the run-time's words, such as "Overflow".
 /// @throws RuntimeError when the collation can't be made.
 void registerFunctions(sqlite3 *handle);
 

@@ -1,0 +1,213 @@
+#include "platform/database/sql/conversions.h"
+
+#include "platform/database/errors.h"
+#include "platform/runtime/numbers.h"
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sql
+{
+
+using bound::Expression;
+using Kind = bound::Expression::Kind;
+
+namespace
+{
+
+bool isNumeric(FieldType type)
+{
+    return type != FieldType::Text && type != FieldType::Date && type != FieldType::Boolean;
+}
+
+/// @throws what the run-time's conversions throw.
+Value valueAs(const Expression &expression, FieldType type)
+{
+    const Value &value = expression.literal;
+    if (value.isNull())
+        return {};
+    switch (type) {
+    case FieldType::Long:
+        return value.toInt();
+    case FieldType::Byte: {
+        const qint32 number = value.toInt();
+        if (number < 0 || number > 255)
+            throw runtime_errors::overflow();
+        return number;
+    }
+    case FieldType::Double:
+        return value.toDouble();
+    case FieldType::Money: {
+        if (expression.digits.isEmpty())
+            return value.toMoneyValue();
+        // As it is written, not by way of a double: 0.00005 is a half exactly.
+        const Money amount = readMoney(expression.digits.toString());
+        return value.toDouble() < 0 ? -amount : amount;
+    }
+    case FieldType::Boolean:
+        return value.toBool();
+    case FieldType::Date:
+        return value.toDate();
+    case FieldType::Text:
+        return value.toText();
+    }
+    Q_UNREACHABLE();
+}
+
+Expression retyped(Expression expression, Value value, FieldType type)
+{
+    expression.literal = std::move(value);
+    expression.type = type;
+    expression.size = type == FieldType::Text ? 255 : fixedSize(type);
+    return expression;
+}
+
+void alignText(Expression &text, Expression &other)
+{
+    if (text.kind == Kind::Literal) {
+        const bool whole = other.type == FieldType::Long || other.type == FieldType::Byte;
+        text = converted(std::move(text), whole ? FieldType::Double : other.type);
+    } else if (text.kind == Kind::Column) {
+        throw data_errors::typeMismatch();
+    } else if (isNumeric(other.type)) {
+        std::vector<Expression> operands;
+        operands.push_back(std::move(text));
+        text = call("q_number", FieldType::Double, std::move(operands));
+        other = converted(std::move(other), FieldType::Double);
+    } else {
+        text = converted(std::move(text), other.type);
+    }
+}
+
+void alignMoney(Expression &money, Expression &other)
+{
+    try {
+        other = converted(other, FieldType::Money);
+    } catch (const RuntimeError &) { // a number beyond all money still compares with it
+        other = converted(std::move(other), FieldType::Double);
+        money = converted(std::move(money), FieldType::Double);
+    }
+}
+
+} // namespace
+
+int fixedSize(FieldType type)
+{
+    switch (type) {
+    case FieldType::Long:
+        return 4;
+    case FieldType::Byte:
+        return 1;
+    case FieldType::Boolean:
+        return 2;
+    default:
+        return 8;
+    }
+}
+
+Expression literal(Value value, FieldType type)
+{
+    Expression result;
+    result.literal = std::move(value);
+    result.type = type;
+    if (type != FieldType::Text)
+        result.size = fixedSize(type);
+    return result;
+}
+
+Expression call(const char *function, FieldType type, std::vector<Expression> operands)
+{
+    Expression result;
+    result.kind = Kind::Call;
+    result.function = function;
+    result.type = type;
+    if (type != FieldType::Text)
+        result.size = fixedSize(type);
+    result.operands = std::move(operands);
+    return result;
+}
+
+Expression converted(Expression expression, FieldType type)
+{
+    if (expression.type == type)
+        return expression;
+    if (expression.kind == Kind::Literal) {
+        try {
+            Value value = valueAs(expression, type);
+            return retyped(std::move(expression), std::move(value), type);
+        } catch (const RuntimeError &) {
+            throw data_errors::typeMismatch();
+        }
+    }
+    Expression cast;
+    cast.kind = Kind::Cast;
+    cast.type = type;
+    cast.size = type == FieldType::Text ? 255 : fixedSize(type);
+    cast.operands.push_back(std::move(expression));
+    return cast;
+}
+
+FieldType commonType(const Expression &left, const Expression &right)
+{
+    if (left.type == right.type || right.isNullLiteral())
+        return left.type;
+    if (left.isNullLiteral())
+        return right.type;
+    const auto either = [&](FieldType type) { return left.type == type || right.type == type; };
+    if (either(FieldType::Text) || either(FieldType::Date))
+        return FieldType::Text;
+    if (either(FieldType::Double))
+        return FieldType::Double;
+    return either(FieldType::Money) ? FieldType::Money : FieldType::Long;
+}
+
+void alignForComparison(Expression &left, Expression &right)
+{
+    if (left.type == right.type || left.isNullLiteral() || right.isNullLiteral())
+        return;
+    if (left.type == FieldType::Text)
+        alignText(left, right);
+    else if (right.type == FieldType::Text)
+        alignText(right, left);
+    else if (left.type == FieldType::Date)
+        right = converted(std::move(right), FieldType::Date);
+    else if (right.type == FieldType::Date)
+        left = converted(std::move(left), FieldType::Date);
+    else if (left.type == FieldType::Money)
+        alignMoney(left, right);
+    else if (right.type == FieldType::Money)
+        alignMoney(right, left);
+}
+
+Expression assigned(Expression expression, const CatalogTable &table, const CatalogColumn &column)
+{
+    if (expression.kind != Kind::Literal) {
+        const bool ownBoolean = expression.kind == Kind::Column && expression.type == FieldType::Boolean;
+        Expression result = converted(std::move(expression), column.type);
+        if (column.type != FieldType::Boolean || ownBoolean)
+            return result;
+        std::vector<Expression> operands;
+        operands.push_back(std::move(result));
+        operands.push_back(literal(false, FieldType::Boolean));
+        return call("ifnull", FieldType::Boolean, std::move(operands)); // a stored boolean is never Null
+    }
+    Value value;
+    try {
+        value = valueAs(expression, column.type);
+    } catch (const RuntimeError &error) {
+        if (error.number() == runtime_errors::overflow().number())
+            throw data_errors::multipleStep();
+        throw data_errors::typeMismatch();
+    }
+    if (column.type == FieldType::Text && !value.isNull()) {
+        const qsizetype length = value.toText().size();
+        if (length > column.size)
+            throw data_errors::fieldTooSmall(false);
+        if (length == 0 && !column.emptyTextAllowed)
+            throw data_errors::zeroLength(table.name + u'.' + column.name);
+    }
+    return retyped(std::move(expression), std::move(value), column.type);
+}
+
+} // namespace sql
