@@ -2,13 +2,24 @@
 
 #include <functional>
 
+class Screen;
+
 /// The screens that a lower folder opens in a higher or a neighbouring one. `shell` installs the functions at
 /// start; one that is not installed (its screen comes with a later version) does nothing.
 struct Navigation {
     std::function<void()> showMembers;
     std::function<void()> showUsers;
     std::function<void()> showChangePassword;
-    std::function<void()> showRevenueModeless;
+    std::function<void()> showRevenue;         ///< a new one, modally
+    std::function<void()> showRevenueModeless; ///< the shared one
+    std::function<void()> showExpense;         ///< a new one, modally
+    std::function<void()> showChanges;
+    std::function<void()> showReports;
+    std::function<void()> showAbout;
+    std::function<void()> showDateConversion;
+    std::function<void()> showGenerateData;
+    /// Makes a browser for `engine.browseTable`; it deletes itself when it is unloaded.
+    std::function<Screen *()> newBrowser;
 };
 
 extern Navigation navigation;

@@ -4,8 +4,12 @@
 
 /// Fills `engine.appPath`, `engine.exeName` and `engine.keyFile`: the executable's folder when files can be
 /// made there, else the user's data folder (made when it is missing); the executable's base name;
-/// `quvana.ini` in the user's configuration folder.
+/// `quvana.ini` in the user's configuration folder. A place that setProgramPlace() has set comes first.
 void locateProgram();
+
+/// Puts the program somewhere else from the next locateProgram() on; for tests and the walk-through. Empty
+/// texts bring the real place back.
+void setProgramPlace(const QString &folder, const QString &exeName, const QString &keyFile);
 
 /// True when the mark of a first run can be opened for writing. `keyPath` is the key's path,
 /// "Software\Lomvex\quvana".

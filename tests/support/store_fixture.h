@@ -4,7 +4,6 @@
 
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
-
 #include <gtest/gtest.h>
 
 /// A member's row as a test writes it. Codes: relation 1 wife, 2 son, 3 daughter; sex 1 male, 2 female.

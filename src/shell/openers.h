@@ -1,0 +1,4 @@
+#pragma once
+
+/// Installs the functions of core/navigation.h for the screens that the program has.
+void installOpeners();

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/ui/screen.h"
+
+#include <QtCore/QPointer>
+
+#include <memory>
+
+namespace Ui
+{
+class frmChanges;
+}
+
+/// The way to the tables for correction and to the audit tables for review.
+class frmChanges : public Screen
+{
+    Q_OBJECT
+
+public:
+    frmChanges();
+    ~frmChanges() override;
+
+protected:
+    void Form_Load() override;
+
+private:
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Command5_Click();
+    void Command6_Click();
+    void Command7_Click();
+    void Command9_Click();
+    void Command10_Click();
+    void mnuExit_Click();
+    void mnuPasschange_Click();
+    void mnuInverse_Click();
+    void mnuHideFrame_Click();
+
+    std::unique_ptr<Ui::frmChanges> m_ui;
+
+    // Each command has a browser of its own, so that two can stand side by side.
+    QPointer<Screen> m_ledgerBrowser;
+    QPointer<Screen> m_generalBrowser;
+    QPointer<Screen> m_usersAuditBrowser;
+    QPointer<Screen> m_membersAuditBrowser;
+    QPointer<Screen> m_generalAuditBrowser;
+};
