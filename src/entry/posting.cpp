@@ -16,13 +16,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-/// A commit that failed: the connection has rolled everything back already.
-class CommitFailure : public RuntimeError
-{
-public:
-    explicit CommitFailure(const RuntimeError &failure) : RuntimeError(failure) {}
-};
-
 QString quoted(const QString &text)
 {
     return u'\'' + text + u'\'';
@@ -112,11 +105,7 @@ void postRevenue(Entry entry, const QString &amountText, const QStringList &memb
     }
     ledger->close();
 
-    try {
-        store.commitTrans();
-    } catch (const RuntimeError &failure) {
-        throw CommitFailure(failure);
-    }
+    store.commitTrans();
     showMessage(u"Successful Entry تم إدخال المبلغ بنجاح"_s);
 }
 
@@ -127,8 +116,7 @@ void withPostingFailurePath(const std::function<void()> &command)
     } catch (const RuntimeError &failure) {
         // A failure before the transaction began leaves nothing to roll back: this fails then, and nobody
         // traps it. That is meant.
-        if (!dynamic_cast<const CommitFailure *>(&failure))
-            engine.dbConnection->rollbackTrans();
+        engine.dbConnection->rollbackTrans();
         showMessage(u"transaction aborted..  حصل خطأ وألغيت العمليه"_s);
         showMessage(QString::number(failure.number()) + u' ' + failure.description());
     }

@@ -32,8 +32,7 @@ void appendLedgerRow(Recordset &ledger, const Entry &entry, qint32 number, const
 /// rounded to two decimals as its total, one row of `ledger` for each of the members in their order.
 /// `shareOf` is asked for a member's share right before the row is written. Overwrites `engine.strSql`,
 /// `engine.rsShared` and `engine.stampNow`.
-/// @throws RuntimeError whatever fails. The transaction is still open then, unless it was the commit that
-/// failed; withPostingFailurePath() knows both.
+/// @throws RuntimeError whatever fails; the roll-back is left to the caller.
 void postRevenue(Entry entry, const QString &amountText, const QStringList &members,
                  const std::function<Money(const QString &member)> &shareOf);
 
