@@ -141,7 +141,7 @@ bound::Statement Binder::operator()(const syntax::Select &selection)
     }
     for (size_t index = 0; index < result.select->items.size(); ++index) {
         Expression &expression = result.select->items[index].expression;
-        expression = assigned(std::move(expression), result.newTable, result.newTable.columns[index]);
+        expression = assigned(std::move(expression), result.newTable.columns[index]);
     }
     return result;
 }
@@ -178,8 +178,7 @@ bound::Statement Binder::operator()(const syntax::Insert &insert)
     const Scope scope;
     for (size_t index = 0; index < columns.size(); ++index) {
         Expression value = m_expressions.bind(insert.values[index], scope);
-        result.assignments.push_back(
-            {columns[index], assigned(std::move(value), *result.table, *columns[index])});
+        result.assignments.push_back({columns[index], assigned(std::move(value), *columns[index])});
     }
     return result;
 }
@@ -200,8 +199,7 @@ void Binder::assignSelected(bound::Statement &statement, const syntax::Insert &i
     }
     for (size_t index = 0; index < items.size(); ++index) {
         statement.assignments.push_back({columns[index], {}});
-        items[index].expression =
-            assigned(std::move(items[index].expression), *statement.table, *columns[index]);
+        items[index].expression = assigned(std::move(items[index].expression), *columns[index]);
     }
 }
 
@@ -218,7 +216,7 @@ bound::Statement Binder::operator()(const syntax::Update &update)
             throw data_errors::syntax(u"Cannot update '%1'; field not updateable."_s.arg(column->name));
         taken.push_back(column);
         Expression value = m_expressions.bind(assignment.value, scope);
-        result.assignments.push_back({column, assigned(std::move(value), *result.table, *column)});
+        result.assignments.push_back({column, assigned(std::move(value), *column)});
     }
     if (update.where)
         result.where = m_expressions.bindCondition(*update.where, scope);

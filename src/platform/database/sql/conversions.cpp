@@ -180,7 +180,7 @@ void alignForComparison(Expression &left, Expression &right)
         alignMoney(right, left);
 }
 
-Expression assigned(Expression expression, const CatalogTable &table, const CatalogColumn &column)
+Expression assigned(Expression expression, const CatalogColumn &column)
 {
     if (expression.kind != Kind::Literal) {
         const bool ownBoolean = expression.kind == Kind::Column && expression.type == FieldType::Boolean;
@@ -197,7 +197,7 @@ Expression assigned(Expression expression, const CatalogTable &table, const Cata
         value = valueAs(expression, column.type);
     } catch (const RuntimeError &error) {
         if (error.number() == runtime_errors::overflow().number())
-            throw data_errors::multipleStep();
+            throw;
         throw data_errors::typeMismatch();
     }
     if (column.type == FieldType::Text && !value.isNull()) {
@@ -205,7 +205,7 @@ Expression assigned(Expression expression, const CatalogTable &table, const Cata
         if (length > column.size)
             throw data_errors::fieldTooSmall(false);
         if (length == 0 && !column.emptyTextAllowed)
-            throw data_errors::zeroLength(table.name + u'.' + column.name);
+            throw data_errors::zeroLength(column.name);
     }
     return retyped(std::move(expression), std::move(value), column.type);
 }

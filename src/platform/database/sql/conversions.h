@@ -23,9 +23,8 @@ void alignForComparison(bound::Expression &left, bound::Expression &right);
 
 /// The expression as a column takes it; literals are checked against the column's size and range.
 /// @throws RuntimeError -2147217913 for an unreadable literal, -2147217833 for a text that is too long,
-/// -2147217887 for a refused empty text or a number outside the column's range.
-bound::Expression assigned(bound::Expression expression, const CatalogTable &table,
-                           const CatalogColumn &column);
+/// -2147217887 for a refused empty text, 6 for a number outside the column's range.
+bound::Expression assigned(bound::Expression expression, const CatalogColumn &column);
 
 /// A call of one of the engine's functions.
 bound::Expression call(const char *function, FieldType type, std::vector<bound::Expression> operands);
