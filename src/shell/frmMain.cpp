@@ -103,8 +103,8 @@ bool frmMain::familyIsFit()
 {
     if (CheckFamily())
         return true;
-    MessageRequest refusal{.text =
-                               u"The family members information is not valid, please correct the problem!"_s};
+    MessageRequest refusal;
+    refusal.text = u"The family members information is not valid, please correct the problem!"_s;
     if (engine.isArabic) {
         refusal.text = u"معلومات أفراد العائله غير صحيحه أو ناقصه.  يجب إصلاح ذلك أولاً!ً"_s;
         refusal.icon = MessageIcon::Critical;

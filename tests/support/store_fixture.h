@@ -32,8 +32,8 @@ struct TestUser {
 
 /// A folder of its own for each test, and a session that stands in it: `engine` is new, the program's place
 /// is the folder, the paths and connection strings are set, the language is English, the user "TEST" of rank
-/// 10 with 8-point bold Arial. No store is there yet. At the end everything is closed and forgotten: loaded
-/// screens, the connection, the clock, the navigation functions, an ended process.
+/// 10 with 8-point bold Arial. No store is there yet. At the end the connection is closed, and the session,
+/// the clock and the navigation functions are forgotten.
 class SessionFixture : public testing::Test
 {
 protected:
