@@ -30,7 +30,8 @@ void verifyCopy(database::Engine &engine)
     };
     if (schema("main") != schema("target"))
         throw incomplete();
-    for (const sql::CatalogTable &table : sql::readCatalog(engine.handle()).tables()) {
+    const sql::Catalog catalog = sql::readCatalog(engine.handle());
+    for (const sql::CatalogTable &table : catalog.tables()) {
         const auto rows = [&](const QByteArray &name) {
             return engine.first("select count(*) from " + name + '.' + sql::quotedName(table.name));
         };

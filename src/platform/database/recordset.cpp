@@ -2,8 +2,6 @@
 
 #include "platform/database/errors.h"
 #include "platform/database/recordset_p.h"
-#include "platform/database/sql/ddl.h"
-#include "platform/database/sql/storage.h"
 
 #include <algorithm>
 
@@ -83,6 +81,33 @@ std::shared_ptr<database::Rows> Recordset::Private::readRows()
     database::Run run(session.prepared(step.text), step.parameters);
     result->read(run);
     return result;
+}
+
+database::TableAccess Recordset::Private::tableAccess(std::vector<int> &columns) const
+{
+    database::TableAccess access(connection->session(), compiled->baseTable);
+    for (const FieldInfo &info : rows->fields())
+        columns.push_back(info.baseColumn.isEmpty() ? -1 : access.column(info.baseColumn));
+    return access;
+}
+
+database::TableAccess::Key Recordset::Private::keyOf(int row, const std::vector<int> &columns) const
+{
+    database::TableAccess::Key key{*rows->rowid(row), {}};
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+        if (columns[index] >= 0 && rows->fields()[index].counter)
+            key.identity.push_back({columns[index], rows->value(row, int(index))});
+    }
+    return key;
+}
+
+void Recordset::Private::takeValues(int row, const std::vector<int> &columns,
+                                    const std::vector<Value> &values) const
+{
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+        if (columns[index] >= 0)
+            rows->setValue(row, int(index), values[std::size_t(columns[index])]);
+    }
 }
 
 database::RowCondition Recordset::Private::condition(const QString &text,
@@ -247,28 +272,12 @@ void Recordset::resync()
     if (d->compiled->baseTable.isEmpty())
         throw data_errors::notUpdatable();
     const auto keep = shared_from_this();
-    const auto &fields = d->rows->fields();
     std::vector<int> columns;
-    QByteArray text;
-    for (int index = 0; index < int(fields.size()); ++index) {
-        const FieldInfo &info = fields[std::size_t(index)];
-        if (info.baseColumn.isEmpty())
-            continue;
-        text += (columns.empty() ? "select " : ",") + sql::quotedName(info.baseColumn);
-        columns.push_back(index);
-    }
-    if (columns.empty())
-        return;
-    text += " from " + sql::quotedName(d->compiled->baseTable) + " where rowid = ?1";
-    database::Session &session = d->connection->session();
+    database::TableAccess access = d->tableAccess(columns);
     for (int row = 0; row < d->rows->count(); ++row) {
-        database::Run run(session.prepared(text), {sql::Parameter(*d->rows->rowid(row))});
-        if (!run.next())
-            continue; // removed by somebody; what was read of it stays
-        for (std::size_t column = 0; column < columns.size(); ++column) {
-            const FieldType type = fields[std::size_t(columns[column])].type;
-            d->rows->setValue(row, columns[column], sql::fromStorage(run.column(int(column)), type));
-        }
+        const auto values = access.read(d->keyOf(row, columns));
+        if (values) // else removed by somebody; what was read of it stays
+            d->takeValues(row, columns, *values);
     }
     rowsChanged.raise();
 }

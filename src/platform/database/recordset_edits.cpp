@@ -68,13 +68,12 @@ void Recordset::addNew()
     d->requireUpdatable();
     leaveRow();
     announce(ChangeReason::AddNew);
-    const database::RowWriter writer(d->connection->session(), d->compiled->baseTable);
-    const std::vector<Value> defaults = writer.defaults();
-    d->blank.assign(d->rows->fields().size(), Value());
-    for (std::size_t index = 0; index < d->blank.size(); ++index) {
-        const QString &column = d->rows->fields()[index].baseColumn;
-        if (!column.isEmpty())
-            d->blank[index] = defaults[std::size_t(writer.column(column))];
+    std::vector<int> columns;
+    const std::vector<Value> defaults = d->tableAccess(columns).defaults();
+    d->blank.assign(columns.size(), Value());
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+        if (columns[index] >= 0)
+            d->blank[index] = defaults[std::size_t(columns[index])];
     }
     d->changes.clear();
     d->returnPosition = d->position;
@@ -89,38 +88,27 @@ void Recordset::update()
     if (d->mode == EditMode::None)
         return;
     announce(ChangeReason::Update);
-    database::RowWriter writer(d->connection->session(), d->compiled->baseTable);
-    const auto &fields = d->rows->fields();
-    std::vector<database::RowWriter::Cell> cells;
+    std::vector<int> columns;
+    database::TableAccess access = d->tableAccess(columns);
+    std::vector<database::TableAccess::Cell> cells;
     for (const auto &[index, value] : d->changes)
-        cells.push_back({writer.column(fields[std::size_t(index)].baseColumn), value});
+        cells.push_back({columns[std::size_t(index)], value});
 
     if (d->mode == EditMode::Add) {
-        const auto [rowid, values] = writer.insert(cells);
+        const auto [rowid, values] = access.insert(cells);
         const int row = d->rows->append(rowid);
-        for (std::size_t index = 0; index < fields.size(); ++index) {
-            const QString &column = fields[index].baseColumn;
-            if (!column.isEmpty())
-                d->rows->setValue(row, int(index), values[std::size_t(writer.column(column))]);
-        }
+        d->takeValues(row, columns, values);
         if (d->view)
             d->view->push_back(row); // shown whether or not the filter would select it
         d->position = d->count() - 1;
     } else {
         const int row = d->currentRow();
-        // A row id alone may stand for another row by now; a counter's number does not come back.
-        std::vector<database::RowWriter::Cell> identity;
-        for (std::size_t index = 0; index < fields.size(); ++index) {
-            if (fields[index].counter && !fields[index].baseColumn.isEmpty())
-                identity.push_back(
-                    {writer.column(fields[index].baseColumn), d->rows->value(row, int(index))});
-        }
-        writer.update(*d->rows->rowid(row), cells, identity);
-        for (const auto &[index, value] : d->changes) {
-            const QString &column = fields[std::size_t(index)].baseColumn;
-            for (std::size_t other = 0; other < fields.size(); ++other) {
-                if (fields[other].baseColumn.compare(column, Qt::CaseInsensitive) == 0)
-                    d->rows->setValue(row, int(other), value);
+        access.update(d->keyOf(row, columns), cells);
+        for (std::size_t index = 0; index < columns.size(); ++index) {
+            // also a second field that shows the same column
+            for (const database::TableAccess::Cell &cell : cells) {
+                if (cell.column == columns[index])
+                    d->rows->setValue(row, int(index), cell.value);
             }
         }
     }

@@ -2,9 +2,9 @@
 
 #include "platform/database/recordset.h"
 #include "platform/database/row_condition.h"
-#include "platform/database/row_writer.h"
 #include "platform/database/rows.h"
 #include "platform/database/session.h"
+#include "platform/database/table_access.h"
 
 #include <map>
 
@@ -50,6 +50,11 @@ struct Recordset::Private {
     const FieldInfo &field(int index) const;
 
     database::RowCondition condition(const QString &text, database::RowCondition::Form form) const;
+    /// The table that the rows are of; `columns` gets each field's place in it, -1 for an expression.
+    database::TableAccess tableAccess(std::vector<int> &columns) const;
+    database::TableAccess::Key keyOf(int row, const std::vector<int> &columns) const;
+    /// Gives a row the values of its row in the table.
+    void takeValues(int row, const std::vector<int> &columns, const std::vector<Value> &values) const;
     std::shared_ptr<database::Rows> readRows();
     void select(const QString &text);
     void close();

@@ -54,6 +54,8 @@ bool hasJournal(const QString &path)
 
 void requireReachable(const QString &path)
 {
+    if (path.contains(QChar::Null)) // the system would take what stands before it
+        throw data_errors::fileNotFound(path);
     const QByteArray name = QFile::encodeName(path);
     struct stat status {
     };
@@ -88,6 +90,8 @@ void requireStoreFormat(sqlite3 *handle, const QString &path)
 
 void createEmptyFile(const QString &path)
 {
+    if (path.contains(QChar::Null))
+        throw runtime_errors::pathAccess();
     const int descriptor =
         ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
     if (descriptor >= 0) {

@@ -1,4 +1,4 @@
-#include "platform/database/row_writer.h"
+#include "platform/database/table_access.h"
 
 #include "platform/database/errors.h"
 #include "platform/database/sql/ddl.h"
@@ -21,12 +21,12 @@ sql::CatalogTable tableNamed(Session &session, const QString &name)
 
 } // namespace
 
-RowWriter::RowWriter(Session &session, const QString &table)
+TableAccess::TableAccess(Session &session, const QString &table)
     : m_session(session), m_table(tableNamed(session, table))
 {
 }
 
-int RowWriter::column(const QString &name) const
+int TableAccess::column(const QString &name) const
 {
     const sql::CatalogColumn *found = m_table.find(name);
     if (!found)
@@ -34,7 +34,7 @@ int RowWriter::column(const QString &name) const
     return int(found - m_table.columns.data());
 }
 
-std::vector<Value> RowWriter::defaults() const
+std::vector<Value> TableAccess::defaults() const
 {
     std::vector<Value> values;
     for (const sql::CatalogColumn &column : m_table.columns)
@@ -42,7 +42,7 @@ std::vector<Value> RowWriter::defaults() const
     return values;
 }
 
-std::pair<qint64, std::vector<Value>> RowWriter::insert(const std::vector<Cell> &cells)
+std::pair<qint64, std::vector<Value>> TableAccess::insert(const std::vector<Cell> &cells)
 {
     std::vector<Value> values = defaults();
     for (const Cell &cell : cells)
@@ -72,20 +72,12 @@ std::pair<qint64, std::vector<Value>> RowWriter::insert(const std::vector<Cell> 
     return {rowid, values};
 }
 
-void RowWriter::update(qint64 rowid, const std::vector<Cell> &cells, const std::vector<Cell> &identity)
+void TableAccess::update(const Key &key, const std::vector<Cell> &cells)
 {
-    sql::Step step{"update " + sql::quotedName(m_table.name) + " set ", {}};
-    const auto add = [&](const char *separator, const Cell &cell, const char *sign) {
-        step.parameters.push_back(sql::toStorage(cell.value, at(cell.column).type));
-        step.text += separator + sql::quotedName(at(cell.column).name) + sign +
-                     QByteArray::number(qsizetype(step.parameters.size()));
-    };
+    sql::Step step{"update " + sql::quotedName(m_table.name), {}};
     for (const Cell &cell : cells)
-        add(&cell == &cells.front() ? "" : ",", cell, "=?");
-    step.parameters.push_back(rowid);
-    step.text += " where rowid=?" + QByteArray::number(qsizetype(step.parameters.size()));
-    for (const Cell &cell : identity)
-        add(" and ", cell, " is ?");
+        add(step, cell, &cell == &cells.front() ? " set " : ",", " = ?");
+    addKey(step, key);
     m_session.atomically([&] {
         m_session.run(step);
         if (m_session.engine().changes() == 0)
@@ -93,7 +85,35 @@ void RowWriter::update(qint64 rowid, const std::vector<Cell> &cells, const std::
     });
 }
 
-qint32 RowWriter::drawCounter()
+std::optional<std::vector<Value>> TableAccess::read(const Key &key)
+{
+    sql::Step step{"select * from " + sql::quotedName(m_table.name), {}};
+    addKey(step, key);
+    Run run(m_session.prepared(step.text), step.parameters);
+    if (!run.next())
+        return std::nullopt;
+    std::vector<Value> values;
+    for (const sql::CatalogColumn &column : m_table.columns)
+        values.push_back(sql::fromStorage(run.column(int(values.size())), column.type));
+    return values;
+}
+
+void TableAccess::add(sql::Step &step, const Cell &cell, const char *separator, const char *sign) const
+{
+    step.parameters.push_back(sql::toStorage(cell.value, at(cell.column).type));
+    step.text += separator + sql::quotedName(at(cell.column).name) + sign +
+                 QByteArray::number(qsizetype(step.parameters.size()));
+}
+
+void TableAccess::addKey(sql::Step &step, const Key &key) const
+{
+    step.parameters.push_back(key.rowid);
+    step.text += " where rowid = ?" + QByteArray::number(qsizetype(step.parameters.size()));
+    for (const Cell &cell : key.identity)
+        add(step, cell, " and ", " is ?");
+}
+
+qint32 TableAccess::drawCounter()
 {
     m_session.run(sql::drawCounterStep(m_table.name));
     const sql::Parameter drawn =

@@ -1,0 +1,233 @@
+#include "platform/database/errors.h"
+#include "temp_store.h"
+
+// Edits and new rows.
+
+using Changes = TempStore;
+
+TEST_F(Changes, ANewRowIsWrittenWithItsCounterAndDefaults)
+{
+    const RecordsetPtr set = opened(u"select note,name,id,valid,married from people order by name"_s);
+    set->addNew();
+    EXPECT_EQ(set->editMode(), EditMode::Add);
+    EXPECT_FALSE(set->eof());
+    EXPECT_EQ(set->absolutePosition(), positionUnknown);
+    EXPECT_EQ(set->recordCount(), 0);
+    EXPECT_TRUE(set->originalValue(u"valid"_s).isNull());
+    set->setValue(u"NAME"_s, u"b"_s);
+    EXPECT_EQ(set->value(1), Value(u"b"_s));
+    EXPECT_EQ(rows(u"select name from people"_s), "");
+    set->addNew(); // saves the first
+    EXPECT_EQ(rows(u"select id,name,valid,married from people"_s), "1 b True False");
+    set->setValue(1, u"a"_s);
+    set->moveFirst();                                                  // saves the second
+    EXPECT_EQ(shown(*set), "null b 1 True False,null a 2 True False"); // in the order of adding
+    set->addNew();
+    set->setValue(1, u"c"_s);
+    set->update();
+    EXPECT_EQ(set->absolutePosition(), 3);
+    set->moveNext();
+    EXPECT_TRUE(set->eof());
+    set->addNew();
+    set->cancelUpdate();
+    EXPECT_TRUE(set->eof()); // back where it was
+    EXPECT_EQ(rows(u"select id,name from people"_s), "1 b,2 a,3 c");
+}
+
+TEST_F(Changes, CountersGoOnFromTheLargestNumber)
+{
+    const RecordsetPtr set = table();
+    const auto add = [&](const char *name, std::optional<qint32> id) {
+        set->addNew();
+        set->setValue(u"name"_s, QString::fromLatin1(name));
+        if (id)
+            set->setValue(u"id"_s, *id);
+        set->update();
+        return set->value(u"id"_s).toInt();
+    };
+    EXPECT_EQ(add("a", {}), 1);
+    EXPECT_EQ(add("b", 7), 7);
+    EXPECT_EQ(add("c", {}), 8);
+    EXPECT_EQ(add("d", 7), 7); // repeated on purpose
+    connection->execute(u"delete from people where id>1"_s);
+    EXPECT_EQ(add("e", {}), 9); // a deleted number does not come back
+    connection->beginTrans();
+    EXPECT_EQ(add("f", {}), 10);
+    connection->rollbackTrans();
+    EXPECT_EQ(add("g", {}), 10); // one that was rolled back does
+}
+
+TEST_F(Changes, AnEditIsKeptUntilUpdateOrCancel)
+{
+    addPeople({u"a"_s, u"b"_s});
+    const RecordsetPtr set = table();
+    set->setValue(u"note"_s, u"one"_s);
+    set->setValue(u"amount"_s, u"33.33335"_s); // half to even
+    EXPECT_EQ(set->editMode(), EditMode::InProgress);
+    EXPECT_EQ(set->value(u"note"_s), Value(u"one"_s));
+    EXPECT_EQ(set->valueAt(0, 2), Value(u"one"_s));
+    EXPECT_TRUE(set->originalValue(u"note"_s).isNull());
+    EXPECT_EQ(outcome([&] { set->close(); }).substr(0, 4), "3219");
+    EXPECT_EQ(outcome([&] { set->requery(); }).substr(0, 4), "3219");
+    set->cancelUpdate();
+    EXPECT_TRUE(set->value(u"note"_s).isNull());
+    set->update(); // nothing to do
+    set->setValue(u"note"_s, u"two"_s);
+    set->setValue(u"amount"_s, u"33.33335"_s);
+    set->setValue(u"dob"_s, u"5/4/2004 3:02"_s);
+    set->setValue(u"married"_s, Value());
+    set->moveNext(); // saves
+    EXPECT_EQ(set->editMode(), EditMode::None);
+    EXPECT_EQ(rows(u"select note,amount,dob,married from people"_s),
+              "two 33.3334 05/04/2004 03:02:00 False,null 2.5 02/02/2004 False");
+    set->movePrevious();
+    EXPECT_EQ(set->originalValue(u"note"_s), Value(u"two"_s));
+    connection->execute(u"update people set note='three' where name='a'"_s);
+    connection->execute(u"delete from people where name='b'"_s);
+    connection->execute(u"insert into people (name) values('c')"_s);
+    EXPECT_EQ(set->value(u"note"_s), Value(u"two"_s));
+    set->resync();
+    EXPECT_EQ(set->value(u"note"_s), Value(u"three"_s));
+    EXPECT_EQ(set->recordCount(), 2);
+    set->moveNext();
+    set->setValue(u"note"_s, u"x"_s); // the row is gone, and its row id belongs to "c"
+    EXPECT_EQ(outcome([&] { set->update(); }), "-2147217864 Row cannot be located fo");
+    set->cancelUpdate();
+    EXPECT_EQ(rows(u"select name,note from people"_s), "a three,c null");
+}
+
+TEST_F(Changes, AnAliasStaysUpdatableAndAnExpressionIsNot)
+{
+    connection->execute(u"insert into settings (sn) values(6)"_s);
+    const RecordsetPtr set = opened(u"select sn as maxid,sn+1 as later from settings"_s);
+    set->setValue(u"maxid"_s, set->value(u"maxid"_s).toInt() + 1);
+    EXPECT_EQ(outcome([&] { set->setValue(u"later"_s, 1); }), "-2147217887 Multiple-step operation ");
+    set->update();
+    EXPECT_EQ(rows(u"select sn from settings"_s), "7");
+    for (const QString &text :
+         {u"select distinct sn from settings"_s, u"select sum(sn) as s from settings"_s}) {
+        const RecordsetPtr other = opened(text);
+        EXPECT_FALSE(other->isUpdatable());
+        EXPECT_EQ(outcome([&] { other->addNew(); }).substr(0, 4), "3251");
+    }
+    EXPECT_EQ(outcome([&] {
+                  opened(u"settings"_s, LockType::ReadOnly, CommandKind::Table)->setValue(1, 2);
+              }).substr(0, 4),
+              "3251");
+    EXPECT_TRUE(opened(u"[settings]"_s, LockType::Pessimistic, CommandKind::Table)->isUpdatable());
+}
+
+TEST_F(Changes, AValueThatDoesNotFitIsRefused)
+{
+    addPeople({u"a"_s, u"b"_s});
+    const RecordsetPtr set = table();
+    const std::string step = "-2147217887 Multiple-step operation ";
+    const std::string small = "-2147217887 The field is too small t";
+    const struct {
+        QString field;
+        Value value;
+        std::string expected;
+    } cases[] = {
+        {u"rank"_s, 256, step},
+        {u"rank"_s, -1, step},
+        {u"rank"_s, u"x"_s, step},
+        {u"rank"_s, u""_s, step},
+        {u"group"_s, 2147483648.0, step},
+        {u"amount"_s, 1e15, step},
+        {u"dob"_s, u"30/02/2004"_s, step},
+        {u"married"_s, u"yes"_s, step},
+        {u"name"_s, u"12345678901"_s, small},
+        {u"name"_s, u"123456789\U0001F600"_s, small}, // 11 units
+        {u"name"_s, u"12345678\U0001F600"_s, "ok"},
+        {u"name"_s, u"1234567890"_s, "ok"},
+        {u"note"_s, u""_s, "ok"},
+        {u"group"_s, u"8.25"_s, "ok"},
+        {u"rank"_s, Value(), "ok"},
+    };
+    for (const auto &[field, value, expected] : cases)
+        EXPECT_EQ(outcome([&] { set->setValue(field, value); }), expected) << value.toText().toStdString();
+    set->update();
+    EXPECT_EQ(rows(u"select name,note,[group],rank from people where id=1"_s), "1234567890  8 null");
+
+    // What only the store can tell leaves the edit open and the row as it was.
+    set->setValue(u"name"_s, u""_s);
+    EXPECT_EQ(outcome([&] { set->update(); }), "-2147217887 Field 'name' cannot be a");
+    set->setValue(u"name"_s, u"B "_s);
+    EXPECT_EQ(outcome([&] { set->moveNext(); }), "-2147467259 The changes you requeste");
+    EXPECT_EQ(set->editMode(), EditMode::InProgress);
+    EXPECT_EQ(set->absolutePosition(), 1);
+    EXPECT_EQ(rows(u"select name from people"_s), "1234567890,b");
+    set->setValue(u"name"_s, u"c"_s);
+    set->update();
+    set->addNew();
+    set->setValue(u"name"_s, u"b"_s);
+    EXPECT_EQ(outcome([&] { set->update(); }), "-2147467259 The changes you requeste");
+    EXPECT_EQ(set->editMode(), EditMode::Add);
+    set->cancelUpdate();
+    set->addNew();
+    set->setValue(u"name"_s, u"d"_s);
+    set->update();
+    EXPECT_EQ(set->value(u"id"_s), Value(3)); // the refused row drew no number
+}
+
+TEST_F(Changes, HandlersHearReasonsAndMayRefuse)
+{
+    addPeople({u"a"_s});
+    const RecordsetPtr set = table();
+    std::string heard;
+    std::optional<ChangeReason> refused;
+    std::function<void()> inside = [] {};
+    set->willChangeRecord.connect([&](RecordChange &change) {
+        heard +=
+            std::to_string(int(change.reason)) + ' ' + set->value(u"note"_s).toText().toStdString() + ',';
+        inside();
+        change.cancel = change.reason == refused;
+    });
+    set->fieldChanged.connect([&](int index) { heard += 'f' + std::to_string(index) + ','; });
+    const auto taken = [&heard] { return std::exchange(heard, {}); };
+
+    set->setValue(u"note"_s, u"x"_s);
+    set->setValue(u"rank"_s, 1);
+    set->update();
+    EXPECT_EQ(taken(), "11 ,f2,f3,3 x,");
+    set->setValue(u"note"_s, u"y"_s);
+    set->cancelUpdate();
+    EXPECT_EQ(taken(), "11 x,f2,4 y,f2,");
+    set->addNew();
+    set->setValue(u"note"_s, u"z"_s);
+    set->cancelBatch();
+    EXPECT_EQ(taken(), "1 x,f2,5 z,");
+
+    refused = ChangeReason::FirstChange;
+    EXPECT_EQ(outcome([&] { set->setValue(u"note"_s, u"q"_s); }).substr(0, 4), "3712");
+    EXPECT_EQ(set->editMode(), EditMode::None);
+    refused = ChangeReason::AddNew;
+    EXPECT_EQ(outcome([&] { set->addNew(); }).substr(0, 4), "3712");
+    EXPECT_EQ(set->editMode(), EditMode::None);
+    refused = ChangeReason::Update;
+    set->setValue(u"note"_s, u"q"_s);
+    EXPECT_EQ(outcome([&] { set->updateBatch(); }).substr(0, 4), "3712");
+    EXPECT_EQ(set->editMode(), EditMode::InProgress);
+    set->cancelUpdate();
+    EXPECT_EQ(rows(u"select note,rank from people"_s), "x 1");
+
+    refused.reset();
+    const std::vector<std::function<void()>> barred = {
+        [&] { set->moveNext(); },        [&] { set->setValue(2, u"w"_s); },
+        [&] { set->update(); },          [&] { set->cancelUpdate(); },
+        [&] { set->addNew(); },          [&] { set->setFilter({}); },
+        [&] { set->find(u"rank=1"_s); }, [&] { set->requery(); },
+        [&] { set->close(); },           [&] { set->resync(); },
+        [&] { set->clone(); },           [&] { set->setBookmark(1); },
+    };
+    for (const auto &call : barred) {
+        inside = [&] { EXPECT_EQ(outcome(call).substr(0, 4), "3710"); };
+        set->setValue(u"note"_s, u"x"_s);
+        inside = [] {};
+        set->cancelUpdate();
+    }
+    inside = [] { throw data_errors::noSuchItem(); }; // reaches the caller, and the set can be used again
+    EXPECT_EQ(outcome([&] { set->setValue(u"note"_s, u"x"_s); }).substr(0, 4), "3265");
+    inside = [&] { connection->close(); };
+    EXPECT_EQ(outcome([&] { set->setValue(u"note"_s, u"x"_s); }).substr(0, 4), "3704");
+}

@@ -1,0 +1,256 @@
+#include "temp_store.h"
+
+// Reading: fields, the current row, filter, search, the other views of the same rows.
+
+using Moves = TempStore;
+
+TEST_F(Moves, FieldsTellTheirTypeAndSize)
+{
+    const RecordsetPtr set = table();
+    std::string told;
+    for (int index = 0; index < set->fieldCount(); ++index) {
+        const FieldInfo &info = set->field(index);
+        told += info.name.toStdString() + ' ' + std::to_string(int(info.type)) + ' ' +
+                std::to_string(info.definedSize) + ' ' + std::to_string(info.attributes) + ',';
+    }
+    EXPECT_EQ(told, "id 3 4 122,name 202 10 106,note 202 100 106,rank 17 1 122,group 3 4 122,amount 6 8 122,"
+                    "valid 11 2 122,married 11 2 122,dob 7 8 122,");
+    EXPECT_EQ(set->fieldIndex(u"MARRIED"_s), 7);
+    EXPECT_EQ(set->fieldIndex(u"none"_s), -1);
+    EXPECT_EQ(outcome([&] { set->value(u"none"_s); }).substr(0, 5), "3265 ");
+    EXPECT_EQ(outcome([&] { set->value(9); }).substr(0, 5), "3265 ");
+    EXPECT_EQ(opened(u"select [group] as [group],name as [group] from people"_s)->fieldIndex(u"Group"_s), 0);
+}
+
+TEST_F(Moves, ValuesComeBackAsTheyWereWritten)
+{
+    const RecordsetPtr set = table();
+    const QDateTime dob = makeDate(1899, 12, 30, 13, 5, 9);
+    const QString name = u"\U0001F600\U0001F600 \u0645\u0631\u0649"_s; // 8 units
+    for (int row = 0; row < 3; ++row) {
+        set->addNew();
+        set->setValue(u"name"_s, name + QString::number(row));
+        if (row != 1) {
+            set->setValue(u"note"_s, u"it's; --"_s);
+            set->setValue(u"rank"_s, 255);
+            set->setValue(u"group"_s, -2147483647 - 1);
+            set->setValue(u"amount"_s, Money::fromTenThousandths(-9223372036854775807));
+            set->setValue(u"married"_s, true);
+            set->setValue(u"dob"_s, dob);
+        }
+        set->update();
+    }
+    set->requery();
+    set->moveLast();
+    EXPECT_EQ(set->value(u"name"_s), Value(name + u'2'));
+    EXPECT_EQ(set->value(u"note"_s), Value(u"it's; --"_s));
+    EXPECT_EQ(set->value(u"rank"_s), Value(255));
+    EXPECT_EQ(set->value(u"group"_s), Value(-2147483647 - 1));
+    EXPECT_EQ(set->value(u"amount"_s), Value(Money::fromTenThousandths(-9223372036854775807)));
+    EXPECT_EQ(set->value(u"married"_s), Value(true));
+    EXPECT_EQ(set->value(u"dob"_s), Value(dob));
+    set->movePrevious();
+    EXPECT_EQ(rows(u"select note,rank,[group],amount,valid,married,dob from people where id=2"_s),
+              "null null null null True False null");
+    EXPECT_TRUE(set->value(u"dob"_s).isNull());
+}
+
+TEST_F(Moves, TheCurrentRowMoves)
+{
+    const auto at = [](const Recordset &set) {
+        return std::to_string(set.absolutePosition()) + (set.bof() ? " bof" : "") + (set.eof() ? " eof" : "");
+    };
+    const auto fails = [](auto &&work) { return outcome(work).substr(0, 4) == "3021"; };
+    const RecordsetPtr none = opened(u"select name from people"_s);
+    EXPECT_EQ(at(*none), "-3 bof eof");
+    EXPECT_EQ(none->recordCount(), 0);
+    EXPECT_TRUE(fails([&] { none->moveFirst(); }));
+    EXPECT_TRUE(fails([&] { none->moveLast(); }));
+    EXPECT_TRUE(fails([&] { none->moveNext(); }));
+    EXPECT_TRUE(fails([&] { none->movePrevious(); }));
+    EXPECT_TRUE(fails([&] { none->value(0); }));
+    EXPECT_TRUE(fails([&] { none->bookmark(); }));
+    EXPECT_TRUE(fails([&] { none->find(u"name='a'"_s); }));
+    EXPECT_TRUE(fails([&] { none->setValue(0, u"a"_s); }));
+
+    addPeople({u"a"_s, u"b"_s, u"c"_s});
+    const RecordsetPtr set = Recordset::create();
+    std::string moves;
+    set->moveComplete.connect([&] { moves += at(*set) + ','; });
+    set->open(u"select name from people"_s, connection, CursorType::Keyset);
+    set->movePrevious();
+    EXPECT_TRUE(fails([&] { set->movePrevious(); }));
+    set->moveNext();
+    set->moveLast();
+    set->moveNext();
+    EXPECT_TRUE(fails([&] { set->moveNext(); }));
+    EXPECT_TRUE(fails([&] { set->value(0); }));
+    set->movePrevious();
+    set->setAbsolutePosition(2);
+    set->setBookmark(1);
+    set->moveFirst();
+    EXPECT_EQ(moves, "1,-2 bof,1,3,-3 eof,3,2,1,1,");
+    EXPECT_EQ(outcome([&] { set->setAbsolutePosition(4); }).substr(0, 4), "3001");
+    EXPECT_TRUE(fails([&] { set->setBookmark(4); }));
+    EXPECT_EQ(set->recordCount(), 3);
+    EXPECT_EQ(set->valueAt(2, 0), Value(u"c"_s));
+    EXPECT_TRUE(fails([&] { set->valueAt(3, 0); }));
+}
+
+TEST_F(Moves, CountsDependOnTheCursor)
+{
+    addPeople({u"a"_s});
+    const auto count = [&](CursorType wanted, CursorType given, CursorLocation location) {
+        connection->setCursorLocation(location);
+        const RecordsetPtr set = Recordset::create();
+        set->setCursorType(wanted);
+        set->open(u"select name from people"_s, connection, given);
+        return set->recordCount();
+    };
+    using enum CursorType;
+    EXPECT_EQ(count(ForwardOnly, ForwardOnly, CursorLocation::Server), -1);
+    EXPECT_EQ(count(ForwardOnly, ForwardOnly, CursorLocation::Client), 1);
+    EXPECT_EQ(count(Static, ForwardOnly, CursorLocation::Server), 1);
+    EXPECT_EQ(count(ForwardOnly, Keyset, CursorLocation::Server), 1);
+}
+
+TEST_F(Moves, AFilterSelectsRows)
+{
+    addPeople({u"Ann"_s, u"bob"_s, u"O''Hara"_s, u"\u0645\u0631\u0649"_s, u"ann b"_s});
+    connection->execute(u"update people set note='x' where [group]=2"_s);
+    const RecordsetPtr set = opened(u"select [group],name,amount,valid,dob,note from people"_s);
+    const auto shows = [&](const QString &filter) -> std::string {
+        set->setFilter({});
+        const std::string result = outcome([&] { set->setFilter(filter); });
+        if (result != "ok")
+            return result.substr(0, 4);
+        QString groups;
+        for (int row = 0; row < set->rowCount(); ++row)
+            groups += set->valueAt(row, 0).toText();
+        return groups.toStdString();
+    };
+    const std::pair<QString, std::string> cases[] = {
+        {u""_s, "12345"},
+        {u"  "_s, "12345"},
+        {u"valid=true"_s, "135"},
+        {u"VALID <> True"_s, "24"},
+        {u"valid = 0"_s, "24"},
+        {u"name='ANN  '"_s, "1"},
+        {u"name='o''hara'"_s, "3"},
+        {u"name='\u0645\u0631\u0649'"_s, "4"},
+        {u"name like 'ann*'"_s, "15"},
+        {u"name like '%b%'"_s, "25"},
+        {u"name like 'ann'"_s, "1"},
+        {u"amount>2.5"_s, "345"},
+        {u"amount >= 2.50000 and amount<4.5"_s, "23"},
+        {u"amount=-1"_s, ""},
+        {u"[group]<>2"_s, "1345"},
+        {u"group=1e0"_s, "1"},
+        {u"group='3'"_s, "3"},
+        {u"dob=#02/03/2004#"_s, "3"},
+        {u"dob='03/02/2004'"_s, "3"},
+        {u"dob<'02/02/2004'"_s, "1"},
+        {u"note = null"_s, "1345"},
+        {u"note <> null"_s, "2"},
+        {u"note <> 'x'"_s, ""},
+        {u"name='ann' or name='bob' and valid=true"_s, "1"},
+        {u"( name='ann'  or  name='bob' ) and (valid = false)"_s, "2"},
+        {u"((name='ann' or (name='bob')) and (valid=true or group=2))"_s, "12"},
+        {u"name='O'Hara'"_s, "3001"},
+        {u"name"_s, "3001"},
+        {u"name="_s, "3001"},
+        {u"name='a' and"_s, "3001"},
+        {u"(name='a'"_s, "3001"},
+        {u"name='a')"_s, "3001"},
+        {u"name=\"a\""_s, "3001"},
+        {u"name=5"_s, "3001"},
+        {u"name=ann"_s, "3001"},
+        {u"group='x'"_s, "3001"},
+        {u"group like '1*'"_s, "3001"},
+        {u"group=1,000"_s, "3001"},
+        {u"amount=1e30"_s, "3001"},
+        {u"dob='31/31/2004'"_s, "3001"},
+        {u"valid>null"_s, "3001"},
+        {QString(100000, u'('), "3001"},
+        {u"nobody=1"_s, "3265"},
+    };
+    for (const auto &[filter, expected] : cases)
+        EXPECT_EQ(shows(filter), expected) << filter.left(60).toStdString();
+
+    set->setFilter(u"valid=false"_s);
+    EXPECT_EQ(outcome([&] { set->setFilter(u"valid"_s); }).substr(0, 4), "3001");
+    EXPECT_EQ(set->filter(), u"valid=false"_s); // the one in force stays
+    EXPECT_EQ(set->recordCount(), 2);
+    set->moveNext();
+    EXPECT_EQ(set->absolutePosition(), 2);
+    EXPECT_EQ(set->bookmark(), 4);
+    EXPECT_EQ(outcome([&] { set->setBookmark(1); }).substr(0, 4), "3021");
+    set->setBookmark(2);
+    EXPECT_EQ(set->value(0), Value(2));
+    connection->execute(u"update people set valid=false where [group]=1"_s);
+    set->requery(); // the filter stays
+    EXPECT_EQ(set->recordCount(), 3);
+    EXPECT_EQ(set->value(0), Value(1));
+}
+
+TEST_F(Moves, FindStartsAtTheCurrentRow)
+{
+    addPeople({u"a"_s, u"b"_s, u"c"_s, u"b"_s + u"2"_s});
+    connection->execute(u"update people set [group]=1000 where name='b'"_s);
+    const RecordsetPtr set = opened(u"select name,[group] from people"_s);
+    const auto found = [&](const QString &criterion) {
+        const std::string result = outcome([&] { set->find(criterion); });
+        return result != "ok" ? result.substr(0, 4) : set->eof() ? "eof" : std::to_string(set->bookmark());
+    };
+    EXPECT_EQ(found(u"name='B'"_s), "2");
+    EXPECT_EQ(found(u"group=1e3"_s), "2"); // inclusive
+    EXPECT_EQ(found(u"group=1,000"_s), "3001");
+    EXPECT_EQ(found(u"name='c' and group=3"_s), "3001"); // one column
+    EXPECT_EQ(found(u"name='a'"_s), "eof");              // above
+    EXPECT_EQ(found(u"name='a'"_s), "3021");
+    set->setFilter(u"group<>3"_s);
+    EXPECT_EQ(found(u"name='c'"_s), "eof"); // hidden
+}
+
+TEST_F(Moves, ClonesShareTheRowsUntilARequery)
+{
+    addPeople({u"a"_s, u"b"_s});
+    const RecordsetPtr set = table();
+    set->setFilter(u"name='b'"_s);
+    const RecordsetPtr copy = set->clone();
+    EXPECT_EQ(copy->recordCount(), 2);
+    EXPECT_EQ(copy->absolutePosition(), 1);
+    copy->setValue(u"note"_s, u"new"_s);
+    EXPECT_TRUE(copy->clone()->value(u"note"_s).isNull()); // pending edits are not shared
+    copy->update();
+    copy->addNew();
+    copy->setValue(u"name"_s, u"c"_s);
+    copy->update();
+    EXPECT_EQ(set->recordCount(), 1);
+    set->setFilter({});
+    EXPECT_EQ(set->recordCount(), 3);
+    EXPECT_EQ(set->value(u"note"_s), Value(u"new"_s));
+    connection->execute(u"delete from people"_s);
+    copy->requery();
+    EXPECT_EQ(copy->recordCount(), 0);
+    EXPECT_EQ(set->recordCount(), 3);
+    set->close();
+    EXPECT_TRUE(copy->eof());
+}
+
+TEST_F(Moves, ASetByConnectionStringStandsAlone)
+{
+    addPeople({u"a"_s});
+    const RecordsetPtr set = Recordset::create();
+    set->open(u"select name,note from people"_s, connectionTo(path), CursorType::Static,
+              LockType::Optimistic);
+    connection->execute(u"update people set note='x'"_s); // no lock in the way
+    EXPECT_TRUE(set->value(1).isNull());
+    set->requery();
+    EXPECT_EQ(set->value(1), Value(u"x"_s));
+    connection->close();
+    set->setValue(1, u"y"_s); // its own connection is open still
+    set->update();
+    set->close();
+    EXPECT_EQ(rows(u"select note from people"_s), "y");
+}

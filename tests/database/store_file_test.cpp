@@ -1,0 +1,142 @@
+#include "temp_store.h"
+
+#include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
+
+// The file itself: its making, its rewriting, and what another tool reads in it.
+
+namespace
+{
+
+class StoreFiles : public TempStore
+{
+protected:
+    /// What the shell prints; it knows nothing of this program.
+    static QString shell(const QString &file, const QString &statement)
+    {
+        QProcess process;
+        process.start(u"sqlcipher"_s, {u"-batch"_s, file});
+        process.write("pragma key = 'romanqvlt';\npragma cipher_page_size = 4096;\npragma kdf_iter = 64000;\n"
+                      "pragma cipher_hmac_algorithm = HMAC_SHA1;\n"
+                      "pragma cipher_kdf_algorithm = PBKDF2_HMAC_SHA1;\n" +
+                      statement.toUtf8() + "\n");
+        process.closeWriteChannel();
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError()).trimmed();
+    }
+};
+
+} // namespace
+
+TEST_F(StoreFiles, AnotherToolReadsTheTables)
+{
+    if (QStandardPaths::findExecutable(u"sqlcipher"_s).isEmpty())
+        GTEST_SKIP() << "no sqlcipher shell";
+    connection->execute(u"insert into people (name,amount,dob) values('\u0645\u0631\u0649',33.3333,"
+                        "'15/03/2004 10:05')"_s);
+    EXPECT_EQ(shell(path,
+                    u"select id,name,note,amount,valid,married,dob from people;"
+                    "select last from system_counters where table_name='people';"
+                    "select name from sqlite_master where type='index' and name like 'people%' order by 1;"
+                    "pragma journal_mode;"_s)
+                  .toStdString(),
+              u"1|\u0645\u0631\u0649||333333|-1|0|2004-03-15 10:05:00\n1\npeople_group\npeople_name\ndelete"_s
+                  .toStdString());
+    // the file defends itself
+    EXPECT_TRUE(shell(path, u"insert into settings(sn) values('x');"_s).contains(u"sn_range"_s));
+}
+
+TEST_F(StoreFiles, CreationNeverWritesOverAnything)
+{
+    const QString folder = m_folder.path();
+    const auto created = [](const QString &file, const QString &password = u"pw"_s) {
+        return outcome([&] { StoreFile::create(file, password); });
+    };
+    const QByteArray before = bytes(path);
+    EXPECT_EQ(created(path), "58 File already exists");
+    EXPECT_EQ(created(folder), "58 File already exists");
+    QFile::link(folder + u"/nowhere"_s, folder + u"/dangling"_s);
+    EXPECT_EQ(created(folder + u"/dangling"_s), "58 File already exists");
+    EXPECT_TRUE(bytes(path) == before);
+    EXPECT_EQ(created(folder + u"/no/x.mdb"_s), "76 Path not found");
+    EXPECT_EQ(created(folder + u'/' + QString(300, u'n')), "75 Path/File access error");
+    EXPECT_EQ(created(folder + u"/x"_s + QChar()), "75 Path/File access error");
+    EXPECT_EQ(
+        outcome([&] { connection->close(), connection->open(connectionTo(path + QChar())); }).substr(0, 11),
+        "-2147467259");
+    EXPECT_EQ(created(folder + u"/empty.mdb"_s, {}).substr(0, 11), "-2147217843");
+    EXPECT_FALSE(QFile::exists(folder + u"/empty.mdb"_s));
+
+    StoreFile file = StoreFile::create(folder + u"/new.mdb"_s, u"p'w;\u0645"_s);
+    file.appendTable({u"order"_s, {{u"group"_s, ColumnDefinition::Type::Text, 3}}, {u"group"_s}});
+    EXPECT_EQ(outcome([&] { file.appendTable({u"order"_s, {{u"x"_s}}, {}}); }).substr(0, 11), "-2147467259");
+    file.close();
+    EXPECT_EQ(outcome([&] { file.appendTable({u"t"_s, {{u"x"_s}}, {}}); }).substr(0, 4), "3704");
+    const ConnectionPtr other = Connection::create();
+    other->open(connectionTo(folder + u"/new.mdb"_s, u"p'w;\u0645"_s));
+    other->execute(u"insert into [order] ([group]) values('abc')"_s);
+    EXPECT_EQ(outcome([&] { other->execute(u"insert into [order] ([group]) values('ABC')"_s); }),
+              "-2147467259 The changes you requeste");
+    other->execute(u"insert into [order] ([group]) values(null)"_s);
+    other->execute(u"insert into [order] ([group]) values(null)"_s); // any number of Nulls
+}
+
+TEST_F(StoreFiles, CompactionKeepsRowsRulesAndCounters)
+{
+    addPeople({u"b"_s, u"a"_s, u"\u0645\u0631\u0649"_s, u"d"_s});
+    connection->execute(u"delete from people where name='d'"_s);
+    connection->execute(u"select * into [people7] from people"_s);
+    for (int doubling = 0; doubling < 8; ++doubling)
+        connection->execute(u"insert into [people7] select * from [people7]"_s);
+    connection->execute(u"delete from [people7] where id=2"_s);
+    const std::string before = rows(u"select * from people"_s);
+    connection->close();
+    const QString target = m_folder.filePath(u"x.mdb"_s);
+    const QString targetString = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + target +
+                                 u";Jet OLEDB:Engine Type=5;Jet OLEDB:Database Password=other"_s;
+    const QByteArray source = bytes(path);
+    chmod(path.toUtf8().constData(), 0600);
+    compactStoreFile(connectionTo(path), targetString);
+    EXPECT_TRUE(bytes(path) == source);
+    EXPECT_LT(bytes(target).size(), source.size());
+    EXPECT_EQ(QFile::permissions(target) & QFile::ReadGroup, 0);
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList(u"x.mdb"_s));
+
+    connection->open(connectionTo(target, u"other"_s));
+    EXPECT_EQ(shown(*table()), before);
+    EXPECT_EQ(table(u"people7"_s)->recordCount(), 512);
+    const RecordsetPtr set = table();
+    set->addNew();
+    set->setValue(u"name"_s, u"e"_s);
+    set->update();
+    EXPECT_EQ(set->value(u"id"_s), Value(5)); // 4 was deleted before
+    EXPECT_TRUE(set->value(u"valid"_s).toBool());
+    EXPECT_EQ(outcome([&] { connection->execute(u"insert into people (name) values('A')"_s); }),
+              "-2147467259 The changes you requeste");
+    EXPECT_EQ(outcome([&] { connection->execute(u"insert into people (name) values('')"_s); }),
+              "-2147217887 Field 'name' cannot be a");
+    connection->close();
+
+    // failures leave both sides as they were
+    const QByteArray standing = bytes(target);
+    EXPECT_EQ(outcome([&] { compactStoreFile(connectionTo(path), targetString); }), "58 File already exists");
+    EXPECT_TRUE(bytes(target) == standing);
+    EXPECT_EQ(outcome([&] { compactStoreFile(connectionTo(path), connectionTo(path)); }),
+              "58 File already exists");
+    QFile::remove(target);
+    EXPECT_EQ(outcome([&] { compactStoreFile(connectionTo(path, u"no"_s), targetString); }),
+              "-2147217843 Not a valid password.");
+    EXPECT_EQ(
+        outcome([&] { compactStoreFile(connectionTo(path), connectionTo(m_folder.filePath(u"n/x"_s))); }),
+        "76 Path not found");
+    QByteArray damaged = source;
+    for (int page = 2; page < damaged.size() / 4096; ++page)
+        damaged[page * 4096 + 2000] = char(damaged[page * 4096 + 2000] ^ 1);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(damaged);
+    file.close();
+    EXPECT_NE(outcome([&] { compactStoreFile(connectionTo(path), targetString); }), "ok");
+    EXPECT_TRUE(bytes(path) == damaged);
+    EXPECT_FALSE(QFile::exists(target));
+}
