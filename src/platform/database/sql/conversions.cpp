@@ -190,7 +190,7 @@ Expression assigned(Expression expression, const CatalogColumn &column)
         std::vector<Expression> operands;
         operands.push_back(std::move(result));
         operands.push_back(literal(false, FieldType::Boolean));
-        return call("ifnull", FieldType::Boolean, std::move(operands)); // a stored boolean is never Null
+        return call("ifnull", FieldType::Boolean, std::move(operands));
     }
     Value value;
     try {
@@ -200,6 +200,8 @@ Expression assigned(Expression expression, const CatalogColumn &column)
             throw;
         throw data_errors::typeMismatch();
     }
+    if (column.type == FieldType::Boolean && value.isNull())
+        value = false; // a stored boolean is never Null
     if (column.type == FieldType::Text && !value.isNull()) {
         const qsizetype length = value.toText().size();
         if (length > column.size)

@@ -17,9 +17,9 @@ namespace sql
 namespace
 {
 
-// Far above what a screen writes, and low enough that neither this parser, nor the walks over the tree, nor
-// the engine's own parser come near the end of their stacks.
-constexpr int maximumNesting = 12;
+// Above what any screen writes, and low enough that neither this parser nor the walks over the tree come near
+// the end of the stack; the engine's own parser has room for a hundred symbols, some ten to a sub-select.
+constexpr int maximumNesting = 8;
 constexpr int maximumHeight = 200;
 constexpr int maximumColumns = 255;
 constexpr qsizetype excerptLength = 100;

@@ -1,0 +1,214 @@
+#include "database/sql/memory_store.h"
+#include "platform/database/engine.h"
+#include "platform/database/sql/storage.h"
+#include "platform/runtime/dates.h"
+#include "platform/runtime/runtime_error.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+constexpr int overflow = 6;
+constexpr int typeMismatch = -2147217913;
+constexpr int fieldTooSmall = -2147217833;
+constexpr int refusedValue = -2147217887;
+constexpr int duplicateKey = -2147467259;
+constexpr int tableExists = -2147217857;
+
+class SqlWriting : public testing::Test
+{
+protected:
+    void run(const char16_t *text)
+    {
+        try {
+            m_store.run(QString::fromUtf16(text));
+        } catch (const RuntimeError &error) {
+            ADD_FAILURE() << QString::fromUtf16(text).toStdString() << ": " << error.what();
+        }
+    }
+    std::string rows(const char16_t *text) { return m_store.rows(QString::fromUtf16(text)).toStdString(); }
+    int error(const char16_t *text) { return errorOf(m_store, QString::fromUtf16(text)); }
+
+    MemoryStore m_store;
+};
+
+TEST_F(SqlWriting, ValuesAreConvertedToTheirColumns)
+{
+    struct Case {
+        const char16_t *assignment;
+        const char *value; ///< what the column then holds; empty when refused
+        int error = 0;
+    };
+    const Case settings[] = {
+        {u"sn=2.5", "2"},
+        {u"sn=3.5", "4"},
+        {u"sn='1,000'", "1000"},
+        {u"sn=true", "-1"},
+        {u"sn=2147483648", "", overflow},
+        {u"sn=sn*2000000000", "", overflow},
+        {u"sn=''", "", typeMismatch},
+        {u"sn='12x'", "", typeMismatch},
+        {u"sn=null", "Null"},
+        {u"lastcompacted=#3/4/2004#", "04/03/2004"},
+        {u"lastcompacted='3/4/2004 5:06:07'", "03/04/2004 05:06:07"},
+        {u"lastcompacted='31/02/2004'", "", typeMismatch},
+        {u"lastcompacted=''", "", typeMismatch},
+        {u"desceased=12.50", "12.5"},
+        {u"desceased='  '", "  "},
+        {u"desceased=''", "", refusedValue},
+        {u"desceased=sn & ''", "3"},
+        {u"desceased=desceased & '12345678901234567890123456789012345678901234'", "", fieldTooSmall},
+    };
+    for (const Case &entry : settings) {
+        const QString assignment = QString::fromUtf16(entry.assignment);
+        SCOPED_TRACE(assignment.toStdString());
+        ASSERT_EQ(errorOf(m_store, u"update settings set "_s + assignment), entry.error);
+        if (entry.error == 0) {
+            MemoryStore fresh;
+            fresh.run(u"update settings set "_s + assignment);
+            EXPECT_EQ(
+                fresh.rows(u"select "_s + assignment.section(u'=', 0, 0) + u" from settings"_s).toStdString(),
+                entry.value);
+        }
+    }
+
+    run(u"update general set amount=33.33335, valid=null, lastupdate=ddate where id=1");
+    run(u"update general set amount='1,000.25', valid=amount > 1 where id=2");
+    run(u"update general set amount=amount/3, valid=lastupdate=null where id=3");
+    EXPECT_EQ(rows(u"select amount, valid, lastupdate from general"),
+              "33.3334|False|15/03/2004 1000.25|True|Null 16.6667|False|Null");
+    run(u"insert into members (name) values('Fadi')");
+    EXPECT_EQ(rows(u"select valid, group from members where name='fadi'"), "True|Null");
+    EXPECT_EQ(error(u"update members set group=256"), overflow);
+    EXPECT_EQ(error(u"update members set group=group*100"), overflow);
+}
+
+TEST_F(SqlWriting, FileHoldsTheToldFormsAndDefendsThem)
+{
+    run(u"update ledger set enteredon='15/03/2004 10:20:30', amount=33.3333 where id=1");
+    database::Statement statement(
+        m_store.handle(), "select amount, typeof(amount), valid, ddate, enteredon from ledger where id = 1");
+    database::Run stored(statement, {});
+    ASSERT_TRUE(stored.next());
+    EXPECT_EQ(stored.column(0), sql::Parameter(qint64(333333)));
+    EXPECT_EQ(stored.text(1), "integer");
+    EXPECT_EQ(stored.column(2), sql::Parameter(qint64(-1)));
+    EXPECT_EQ(stored.text(3), "2004-03-15");
+    EXPECT_EQ(stored.text(4), "2004-03-15 10:20:30");
+
+    struct Case {
+        const char *text;
+        int error;
+    };
+    const Case foreign[] = {
+        // what another tool might try
+        {"update ledger set valid = 1", typeMismatch},
+        {"update ledger set valid = null", typeMismatch},
+        {"update ledger set amount = 1.5", overflow},
+        {"update members set \"group\" = 256", overflow},
+        {"update members set name = ''", refusedValue},
+        {"update members set title = '12345678901'", fieldTooSmall},
+        {"insert into members (name) values ('DANA ')", duplicateKey},
+        {"insert into settings (sn) values (1)", 0}, // any number of Nulls under a unique index
+    };
+    for (const Case &entry : foreign) {
+        int number = 0;
+        try {
+            database::Statement writing(m_store.handle(), entry.text);
+            database::Run(writing, {}).next();
+        } catch (const RuntimeError &error) {
+            number = error.number();
+        }
+        EXPECT_EQ(number, entry.error) << entry.text;
+    }
+}
+
+TEST_F(SqlWriting, CountersNeverComeBack)
+{
+    run(u"insert into relations (relationar,relationen) values('x','x')");
+    run(u"insert into relations (id,relationar,relationen) values(10,'y','y')");
+    run(u"insert into relations values(7,'z','z')");
+    run(u"insert into relations (id,relationar,relationen) values(10+1,'y','y')");
+    run(u"delete from relations where id > 7");
+    EXPECT_EQ(error(u"insert into relations (relationar,relationen) values('tried','and rolled back')"), 0);
+    EXPECT_EQ(error(u"insert into relations (relationar,relationen) values('','')"), refusedValue);
+    run(u"insert into relations (relationar,relationen) values('w','w')");
+    EXPECT_EQ(rows(u"select id from relations"), "1 2 3 4 7 12");
+    // A counter without a unique index takes repeated numbers.
+    run(u"insert into audit_users (id,userid) values(1,'again')");
+    run(u"insert into audit_users (userid) values('next')");
+    EXPECT_EQ(rows(u"select id from audit_users"), "1 1 2");
+    EXPECT_NE(error(u"update relations set id=5 where id=1"), 0);
+}
+
+TEST_F(SqlWriting, RowsOfASelectKeepOrDrawTheirNumbers)
+{
+    run(u"delete from ledger where transactionid=1");
+    run(u"insert into [ledger] select * from [ledger1]");
+    EXPECT_EQ(rows(u"select id, amount from ledger"), "5|50 6|50 1|125 2|350 3|350 4|175");
+    run(u"insert into ledger (name) values('x')");
+    EXPECT_EQ(rows(u"select max(id) from ledger"), "7");
+    run(u"insert into relations (relationen,relationar) select sexen,sexar from sexes order by sexen desc");
+    EXPECT_EQ(rows(u"select id, relationen from relations where id > 3"), "4|Male 5|Female");
+    run(u"insert into relations (relationar,relationen) values('x','x')");
+    EXPECT_EQ(rows(u"select max(id) from relations"), "6");
+    EXPECT_NE(error(u"insert into relations select sexar, sexen from sexes"), 0); // no such names there
+}
+
+TEST_F(SqlWriting, SelectIntoCopiesTypesAndNothingElse)
+{
+    run(u"select * into [general1] from [general] where valid=true");
+    EXPECT_EQ(m_store.run(u"select * from general1"_s).columns,
+              m_store.run(u"select * from general"_s).columns);
+    EXPECT_EQ(rows(u"select * from general1"), rows(u"select * from general where valid=true"));
+    run(u"insert into general1 (id,enteredby) values(1,'')"); // no key, no refused empty text, no counter
+    run(u"insert into general1 (enteredby) values('x')");
+    EXPECT_EQ(rows(u"select id, valid from general1"), "1|True 2|True 1|False Null|False");
+    EXPECT_EQ(error(u"update general1 set enteredby='123456789012345678901'"), fieldTooSmall);
+    EXPECT_EQ(error(u"select * into general1 from general"), tableExists);
+    EXPECT_NE(error(u"select id, id into twice from general"), 0);
+    EXPECT_NE(error(u"select * into sqlite_x from general"), 0);
+
+    run(u"select name & '!' as loud, amount*2 as twice, amount/3 as part, ddate is null as bare, count(*) as "
+        u"n "
+        u"into [odd table] from ledger where id=1 group by name, amount, ddate");
+    const MemoryStore::Result odd = m_store.run(u"select * from [odd table]"_s);
+    EXPECT_EQ(odd.columns.toStdString(), "loud text(255), twice money, part double, bare boolean, n long");
+    EXPECT_EQ(odd.rows.join(u' ').toStdString(), "Amina!|250|41.6666666666667|False|1");
+    run(u"drop table [odd table]");
+    EXPECT_NE(error(u"select * from [odd table]"), 0);
+
+    run(u"drop table relations");
+    EXPECT_EQ(rows(u"select last from system_counters where table_name='relations'"), "");
+    EXPECT_NE(error(u"delete from system_counters"), 0);
+}
+
+TEST(SqlStorage, ForeignFormsAreConvertedOrRefused)
+{
+    using sql::fromStorage;
+    EXPECT_EQ(fromStorage(QByteArray("12"), FieldType::Long), Value(12));
+    EXPECT_EQ(fromStorage(3.0, FieldType::Byte), Value(3));
+    EXPECT_EQ(fromStorage(1.0, FieldType::Boolean), Value(true));
+    EXPECT_EQ(fromStorage(5000.0, FieldType::Money), Value(Money::fromTenThousandths(5000)));
+    EXPECT_EQ(fromStorage(QByteArray("15/03/2004"), FieldType::Date), Value(makeDate(2004, 3, 15)));
+    EXPECT_EQ(fromStorage(qint64(7), FieldType::Text), Value(u"7"_s));
+    const std::pair<sql::Parameter, FieldType> refused[] = {
+        {qint64(1) << 40, FieldType::Long},
+        {qint64(256), FieldType::Byte},
+        {0.5, FieldType::Money},
+        {QByteArray("x"), FieldType::Money},
+        {QByteArray("2004-02-30"), FieldType::Date},
+        {qint64(38000), FieldType::Date},
+    };
+    for (const auto &[stored, type] : refused)
+        EXPECT_THROW(fromStorage(stored, type), RuntimeError);
+    EXPECT_EQ(sql::toStorage({}, FieldType::Boolean), sql::Parameter(qint64(0)));
+    EXPECT_EQ(sql::toStorage(makeDate(1899, 12, 30, 9, 5, 0), FieldType::Date),
+              sql::Parameter(QByteArray("1899-12-30 09:05:00")));
+    EXPECT_THROW(sql::toStorage(256, FieldType::Byte), RuntimeError);
+}
+
+} // namespace
