@@ -134,7 +134,7 @@ Application::~Application() = default;
 bool Application::notify(QObject *receiver, QEvent *event)
 {
     if (process.ending && isRoutineEvent(event->type()))
-        return false;
+        return true;
 
     const int loops = standingLoops();
     const bool sentByRoutine = loops == process.dispatchedUnder && std::uncaught_exceptions() == 0;
@@ -154,7 +154,7 @@ bool Application::notify(QObject *receiver, QEvent *event)
     // A routine that sent the event itself must not go on behind it.
     if (sentByRoutine && process.ending)
         throw ProcessEnding{};
-    return false;
+    return true;
 }
 
 void runGuarded(const std::function<void()> &routine)

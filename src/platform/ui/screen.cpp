@@ -132,7 +132,6 @@ void Screen::showModal()
     setWindowModality(Qt::ApplicationModal);
     prepareShowing();
     show();
-    raise();
     activateWindow();
     serveEventsUntil([&self] { return !self || !self->isVisible(); });
     if (self)
@@ -147,10 +146,11 @@ void Screen::showModeless()
     if (!isVisible()) {
         prepareShowing();
         show();
-    } else if (isMinimized()) {
-        showNormal();
+    } else {
+        if (isMinimized())
+            showNormal();
+        raise();
     }
-    raise();
     activateWindow();
 }
 

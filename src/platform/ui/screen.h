@@ -50,6 +50,8 @@ public:
     /// Unloads it: nothing happens when it is not loaded or when Form_QueryUnload refuses.
     void unload();
     bool isLoaded() const { return m_loaded; }
+    /// Made by `new`: unloading deletes it.
+    bool deletesItself() const { return m_deletesItself; }
 
     /// The loaded screens in the order of loading.
     static QList<Screen *> loadedScreens();
@@ -78,6 +80,7 @@ public:
     bool previewKey(QKeyEvent *event);
 
     static void *operator new(std::size_t size);
+    static void *operator new(std::size_t, void *where) noexcept { return where; } // the meta types ask for it
     static void operator delete(void *memory);
 
 protected:

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "platform/ui/flex_grid.h"
+#include "platform/ui/screen.h"
+#include "support/printing.h"
+#include "support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <typeinfo>
+
+// Tests with screens. Link tests_support: its main() makes the application and sees to it that each test, of
+// whatever fixture, begins and ends with no screen loaded, a process that is not ending and English boxes.
+// The process does not end with its last screen unless the test calls setEndsWithLastScreen(true).
+//
+//     TEST_F(StoreFixture, RefusesAnEmptyAmount)
+//     {
+//         ScriptedDialogs dialogs;
+//         dialogs.expectMessage(u"..."_s);
+//         frmRevenue screen;
+//         screen.load();
+//         fill(screen, "txtAmount", u""_s);
+//         click(screen, "cmdEntry");
+//     }
+//
+// Everything that a helper below does to a control goes through the application's event dispatch, as a user's
+// key or click does: a failure that a routine does not trap shows its box (to be expected in the
+// ScriptedDialogs) and ends the process; it does not come out of the helper. Put processEnded() around that.
+// In an action of onModal() or later() nothing behind a click that ended the process runs.
+
+// --- controls, by their told names
+
+/// The control of a screen; a control that is missing, or of another class, throws and names those that are
+/// there. `control<QAction>(screen, "mnuFont")` gives a menu's entry, `control<QMenu>` a menu.
+template <typename Class = QWidget>
+Class &control(const Screen &screen, const char *name);
+
+/// Clicks a button, check box, option or any other control with the mouse. A hidden or disabled one fails the
+/// test.
+void click(Screen &screen, const char *name);
+/// Clicks a cell of a grid; `row` counts as the grid counts (1 is the first row of data).
+void clickCell(FlexGrid &grid, int row, int column);
+/// Puts the focus on a control and types, key by key; a line feed is the Enter key.
+void typeText(Screen &screen, const char *name, const QString &text);
+/// The same in place of what the box holds.
+void fill(Screen &screen, const char *name, const QString &text);
+/// Pastes from the clipboard in place of what the box holds: for long texts.
+void paste(Screen &screen, const char *name, const QString &text);
+/// A key to the control with the focus, or to the screen.
+void pressKey(Screen &screen, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Picks an entry of a combo box by its text, as a user does: currentIndexChanged, activated.
+void choose(Screen &screen, const char *name, const QString &entry);
+/// Triggers a menu's entry. A hidden or disabled one fails the test.
+void chooseMenu(Screen &screen, const char *name);
+
+/// Caption of a label, button, option, check box, frame, menu or entry; else the text of a box.
+QString textOf(const Screen &screen, const char *name);
+bool isShown(const Screen &screen, const char *name); ///< visible on its screen, shown or not
+bool isEnabled(const Screen &screen, const char *name);
+
+/// Saves a picture of a window to a PNG file and makes its folder.
+void savePicture(QWidget &window, const QString &path);
+
+// --- what happens inside of waits
+
+/// Runs an action as soon as a modal window of that class stands: a screen that showModal() shows, or with a
+/// toolkit's class one of the toolkit's dialogs. Actions run in the order in which they were written down,
+/// one modal window or several. When a modal screen has no action left, and is not hidden or unloaded by
+/// then, the test fails and the process ends, so that nothing hangs; likewise when an action's window never
+/// comes.
+///
+///     onModal<frmNewUser>([](frmNewUser &screen) { click(screen, "cmdCancel"); });
+///     click(login, "cmdOK"); // shows frmNewUser modally
+template <typename Window>
+void onModal(std::function<void(Window &)> action);
+
+/// Runs an action once, when events are served next: the way into a wait that is no modal screen.
+void later(std::function<void()> action);
+
+/// Runs an action and tells whether it ended the process with that exit code; forgets the end then. For
+/// EXPECT_TRUE.
+testing::AssertionResult processEnded(int exitCode, const std::function<void()> &action);
+
+// --- details of the templates
+
+namespace support
+{
+QObject *findControl(const Screen &screen, const char *name);
+[[noreturn]] void missControl(const Screen &screen, const char *name, const std::type_info &wanted);
+void beginTest();
+void endTest();
+void addModalStep(std::string wanted, std::function<bool(QWidget *)> runsOn);
+std::string className(const std::type_info &type);
+} // namespace support
+
+template <typename Class>
+Class &control(const Screen &screen, const char *name)
+{
+    auto *found = dynamic_cast<Class *>(support::findControl(screen, name));
+    if (!found)
+        support::missControl(screen, name, typeid(Class));
+    return *found;
+}
+
+template <typename Window>
+void onModal(std::function<void(Window &)> action)
+{
+    // Called without an action running to ask, and with the window to run.
+    support::addModalStep(support::className(typeid(Window)), [action = std::move(action)](QWidget *window) {
+        auto *wanted = dynamic_cast<Window *>(window);
+        if (wanted)
+            action(*wanted);
+        return wanted != nullptr;
+    });
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "platform/ui/dialogs.h"
+
+#include <deque>
+#include <functional>
+#include <vector>
+
+/// A dialog that was shown, as the program asked for it.
+struct ShownDialog {
+    enum class Kind { Message, Question, Input, Font, SaveFile };
+    Kind kind = Kind::Message;
+    QString text; ///< the message, question or prompt; the proposed file name of a save dialog
+    QString title;
+    MessageIcon icon = MessageIcon::None;
+    bool rightAligned = false;
+    QString defaultText; ///< of an input box
+    FontChoice font;     ///< what a font dialog began with
+    SaveFileRequest file;
+};
+
+/// The dialogs of one test. While an object of this class lives, every dialog of the program comes here. The
+/// test writes down beforehand, in order, what is to come and what is answered:
+///
+///     ScriptedDialogs dialogs;
+///     dialogs.expectYes(engine.textAreYouSure);
+///     dialogs.expectMessage(u"Successful"_s);
+///     click(screen, "cmdEntry");
+///     EXPECT_EQ(dialogs.shown()[1].icon, MessageIcon::None);
+///
+/// A dialog that was not expected, or of another text, fails the test at once and ends the process with exit
+/// code unexpectedExit, which unwinds every wait. Dialogs that were expected and did not come fail the test
+/// when the object goes.
+class ScriptedDialogs : public DialogService
+{
+public:
+    static constexpr int unexpectedExit = 99;
+
+    ScriptedDialogs();
+    ~ScriptedDialogs() override;
+
+    /// One expected dialog; the calls narrow it down.
+    class Expected
+    {
+    public:
+        Expected &withIcon(MessageIcon icon);
+        Expected &withTitle(const QString &title);
+        Expected &rightAligned(bool on = true);
+        Expected &withDefault(const QString &defaultText);
+        /// Runs while the dialog stands, before it is answered.
+        Expected &meanwhile(std::function<void()> action);
+
+    private:
+        friend class ScriptedDialogs;
+        ShownDialog::Kind kind = ShownDialog::Kind::Message;
+        std::optional<QString> text; ///< nothing: any
+        std::optional<MessageIcon> icon;
+        std::optional<QString> title;
+        std::optional<bool> aligned;
+        std::optional<QString> defaultText;
+        std::function<void()> action;
+        bool yes = false;
+        QString typed;
+        std::optional<FontChoice> font;
+        std::optional<QString> file;
+    };
+
+    Expected &expectMessage(const QString &text);
+    Expected &expectAnyMessage();
+    /// The box of an untrapped failure: number as boxes print it ("6", "-2147217900 (80040e14)").
+    Expected &expectUntrapped(const QString &number, const QString &description);
+    Expected &expectYes(const QString &question);
+    Expected &expectNo(const QString &question);
+    /// An empty answer is a cancelled box.
+    Expected &expectInput(const QString &prompt, const QString &typed);
+    /// Nothing is Cancel.
+    Expected &expectFont(const std::optional<FontChoice> &chosen);
+    Expected &expectSaveFile(const std::optional<QString> &chosen);
+
+    /// All dialogs that came, the unexpected among them.
+    const std::vector<ShownDialog> &shown() const { return m_shown; }
+    /// Whether everything that was expected has come.
+    bool isDone() const { return m_expected.empty(); }
+
+    MessageAnswer message(const MessageRequest &request) override;
+    QString input(const QString &prompt, const QString &title, const QString &defaultText) override;
+    std::optional<FontChoice> font(const FontChoice &initial) override;
+    std::optional<QString> saveFile(const SaveFileRequest &request) override;
+
+private:
+    Expected &expect(ShownDialog::Kind kind, std::optional<QString> text);
+    Expected take(const ShownDialog &dialog);
+
+    DialogService *m_before;
+    std::deque<Expected> m_expected;
+    std::vector<ShownDialog> m_shown;
+};

@@ -1,0 +1,174 @@
+#include "platform/runtime/runtime_error.h"
+#include "platform/ui/application.h"
+#include "platform/ui/screen.h"
+#include "support/screens.h"
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+/// A screen with one button and a box, whose routines a test gives.
+class Probe : public Screen
+{
+public:
+    Probe() : Screen(u"frmProbe"_s)
+    {
+        setCentralWidget(new QWidget);
+        auto *go = new QPushButton(u"Go"_s, surface());
+        go->setObjectName(u"cmdGo"_s);
+        connect(go, &QPushButton::clicked, this, [this] { go_Click(); });
+        (new QLineEdit(surface()))->setObjectName(u"txtBox"_s);
+    }
+    std::function<void()> go_Click = [] {};
+    std::function<bool(QKeyEvent *)> keyDown = [](QKeyEvent *) { return false; };
+    QStringList life;
+    bool refuses = false;
+
+protected:
+    void Form_Load() override { life << u"load"_s; }
+    bool Form_QueryUnload() override
+    {
+        life << u"query"_s;
+        return !refuses;
+    }
+    void Form_Unload() override { life << u"unload"_s; }
+    void Form_Resize() override { life << u"resize"_s; }
+    bool Form_KeyDown(QKeyEvent *event) override { return keyDown(event); }
+};
+
+TEST(Application, EndsTheProcessOnAnUntrappedFailureAfterRollingBack)
+{
+    ScriptedDialogs dialogs;
+    bool rolledBack = false;
+    setUntrappedHook([&] { rolledBack = true; });
+    dialogs.expectUntrapped(u"-2147217900 (80040e14)"_s, u"Syntax error."_s).meanwhile([&] {
+        EXPECT_TRUE(rolledBack);
+        reportUntrapped(runtime_errors::overflow()); // a second one while the box stands: not shown
+    });
+    Probe screen;
+    screen.load();
+    screen.go_Click = [] { throw RuntimeError(-2147217900, u"store"_s, u"Syntax error."_s); };
+    EXPECT_TRUE(processEnded(1, [&] { click(screen, "cmdGo"); }));
+}
+
+TEST(Application, RunsNothingBehindAFailureThatANestedRoutineRaised)
+{
+    ScriptedDialogs dialogs;
+    dialogs.expectUntrapped(u"6"_s, u"Overflow"_s);
+    Probe outer;
+    outer.load();
+    bool ranOn = false;
+    Probe inner;
+    inner.load();
+    inner.go_Click = [] { throw runtime_errors::overflow(); };
+    outer.go_Click = [&] {
+        click(inner, "cmdGo"); // a routine that sends an event itself
+        ranOn = true;
+    };
+    EXPECT_TRUE(processEnded(1, [&] { click(outer, "cmdGo"); }));
+    EXPECT_FALSE(ranOn);
+}
+
+TEST(Application, UnwindsNestedWaitsAndCallsNoRoutineWhenTheProcessEnds)
+{
+    int behind = 0;
+    int routines = 0;
+    Probe modal;
+    Probe waiting;
+    waiting.load();
+    waiting.go_Click = [&] {
+        onModal<Probe>([&](Probe &shown) {
+            later([&] {
+                QTimer::singleShot(0, qApp, [&] { ++routines; });
+                endProcess(7);
+            });
+            serveEventsUntil([] { return false; }); // the wait that ends only with the process
+            ++behind;
+            shown.hideScreen();
+        });
+        modal.showModal();
+        ++behind;
+    };
+    EXPECT_TRUE(processEnded(7, [&] {
+        click(waiting, "cmdGo");
+        EXPECT_TRUE(processEnding());
+        click(waiting, "cmdGo"); // no routine is called any more
+        QCoreApplication::processEvents();
+    }));
+    EXPECT_EQ(behind, 0);
+    EXPECT_EQ(routines, 0);
+}
+
+TEST(Application, EndsWithTheLastScreenButNotUnderADialog)
+{
+    setEndsWithLastScreen(true);
+    ScriptedDialogs dialogs;
+    Probe first;
+    Probe second;
+    EXPECT_TRUE(processEnded(0, [&] {
+        first.load();
+        second.load();
+        first.unload();
+        serveEvents();
+        EXPECT_FALSE(processEnding());
+        second.unload(); // and a screen that follows at once keeps the process alive
+        first.load();
+        serveEvents();
+        EXPECT_FALSE(processEnding());
+        later([&] { first.unload(); });
+        serveEventsUntil([] { return false; });
+    }));
+}
+
+TEST(Screen, LivesThroughTheToldEventsInOrder)
+{
+    Probe screen;
+    onModal<Probe>([](Probe &shown) {
+        EXPECT_TRUE(Screen::loadedScreens().contains(&shown));
+        shown.refuses = true;
+        shown.close();
+        EXPECT_TRUE(shown.isVisible());
+        shown.refuses = false;
+        shown.close();
+    });
+    screen.showModal();
+    EXPECT_FALSE(screen.isLoaded());
+    EXPECT_TRUE(Screen::loadedScreens().isEmpty());
+    EXPECT_EQ(screen.life.filter(u"resize"_s).isEmpty(), false);
+    screen.life.removeAll(u"resize"_s);
+    EXPECT_EQ(screen.life, (QStringList{u"load"_s, u"query"_s, u"query"_s, u"unload"_s}));
+
+    // One made by `new` goes by itself, and theScreen() makes it anew.
+    Probe *shared = &theScreen<Probe>();
+    const QPointer watched(shared);
+    EXPECT_EQ(&theScreen<Probe>(), shared);
+    onModal<Probe>([](Probe &shown) { shown.unload(); });
+    shared->showModal();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(watched.isNull());
+}
+
+TEST(Screen, SeesItsOwnKeysBeforeTheControl)
+{
+    Probe screen;
+    QList<int> seen;
+    screen.keyDown = [&](QKeyEvent *event) {
+        seen << event->key();
+        return event->key() == Qt::Key_B;
+    };
+    onModal<Probe>([](Probe &shown) {
+        typeText(shown, "txtBox", u"abc"_s);
+        Probe other; // not shown over it: its keys are its own
+        other.load();
+        typeText(other, "txtBox", u"x"_s);
+        shown.hideScreen();
+    });
+    screen.showModal();
+    EXPECT_EQ(textOf(screen, "txtBox"), u"ac"_s);
+    EXPECT_EQ(seen, (QList<int>{Qt::Key_A, Qt::Key_B, Qt::Key_C}));
+}
+} // namespace
