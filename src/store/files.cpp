@@ -1,13 +1,12 @@
 #include "store/files.h"
 
+#include "platform/database/store_path.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <cstdio>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace
 {
@@ -18,22 +17,11 @@ void needFile(const QString &path)
         throw runtime_errors::fileNotFound();
 }
 
-/// A rename is on the disk when its folder is. A file system that can't flush a folder keeps its own order.
-void flushFolderOf(const QString &path)
-{
-    const int folder =
-        open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
-    if (folder < 0)
-        return;
-    fsync(folder);
-    ::close(folder);
-}
-
 void renameOver(const QString &from, const QString &to)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
         throw runtime_errors::pathAccess();
-    flushFolderOf(to);
+    database::syncFolderOf(to); // a rename is on the disk when its folder is
 }
 
 } // namespace
@@ -62,6 +50,5 @@ void replaceFile(const QString &from, const QString &to)
 {
     needFile(from);
     needFile(to);
-    QFile::setPermissions(from, QFile::permissions(to));
     renameOver(from, to);
 }

@@ -17,6 +17,6 @@ void deleteFile(const QString &path);
 void renameFile(const QString &from, const QString &to);
 
 /// Puts the file `from` in the place of the file `to` in one step: at every moment one of the two is whole
-/// at `to`. It takes over the permissions of the one that it replaces. Durable when it returns.
+/// at `to`. Durable when it returns.
 /// @throws RuntimeError 53 when one of the two is no file, 75 when the folder can't be changed.
 void replaceFile(const QString &from, const QString &to);

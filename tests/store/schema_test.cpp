@@ -1,0 +1,168 @@
+#include "platform/runtime/clock.h"
+#include "platform/runtime/dates.h"
+#include "store/schema.h"
+#include "support/screens.h"
+#include "support/store_fixture.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+/// In the order of making: columns (`!` behind a text that refuses length zero, a boolean's default) and
+/// indexes (`*` behind a unique one).
+const QString toldTables = uR"(archives: table text(30)!, archive text(30)!, interval text(30)!; archive*
+settings: id long, desceased text(50)!, lastcompacted date, sn long; id*
+ledger: id counter, name text(50)!, transactionid long, creditordebit boolean=0, amount money, totalamount money, valid boolean=0, ddate date, enteredon date, enteredby text(20)!, transactiondetail text(100), paymentdetail text(100), paymentmethod text(15)!, gtype long; id*, name, transactionid, creditordebit, gtype
+members: name text(50)!, sex byte, title text(10), relation byte, dob date, group byte, valid boolean=-1, lastupdate date; name*
+audit_members: idkey counter, name text(50)!, sex byte, title text(10), relation byte, dob date, group byte, valid boolean=0, lastupdate date, updatedon date, updatedby text(20)!, updatetype text(10)!; idkey*, name
+relations: id counter, relationar text(20)!, relationen text(20)!; id*
+sexes: id counter, sexar text(20)!, sexen text(20)!; id*
+details: id counter, detailar text(20)!, detailen text(20)!, credit boolean=0; id*
+users: id counter, userid text(20)!, password text(20), name text(50)!, rank byte, lastlogin date, createdon date, createdby text(20)!, valid boolean=0, lastupdate date, language text(10)!, fontname text(50)!, fontsize text(50)!, fontbold text(50)!, fontcolor text(50)!; id*, userid
+audit_users: idkey long, id counter, userid text(20)!, password text(20)!, name text(50)!, rank byte, lastlogin date, createdon date, createdby text(20)!, valid boolean=0, lastupdate date, language text(10)!, fontname text(50)!, fontsize text(50)!, fontbold text(50)!, fontcolor text(50)!, updatedon date, updatedby text(20)!, updatetype text(10)!; idkey*, id, userid
+general: id counter, transactionid long, valid boolean=0, creditordebit boolean=0, amount money, ddate date, enteredon date, enteredby text(20)!, transactiondetail text(100), paymentdetail text(100), paymentmethod text(15)!, gtype long, lastupdate date; id*, transactionid, creditordebit, gtype
+audit_general: idkey counter, id long, transactionid long, valid boolean=0, creditordebit boolean=0, amount money, ddate date, enteredon date, enteredby text(20)!, transactiondetail text(100), paymentdetail text(100), paymentmethod text(15)!, gtype long, lastupdate date, updatedon date, updatedby text(20)!, updatetype text(10)!; idkey*, id, transactionid)"_s;
+
+class CreateStoreTest : public SessionFixture
+{
+protected:
+    QString backup() const { return folder() + u"/quvana_backup.mdb"_s; }
+    QString question() const
+    {
+        return u"Do you want to Delete the old backup?  هل تريد حذف النسخه الإحتياطيه؟ : \r\n"_s + backup();
+    }
+    static void write(const QString &path, const QByteArray &content)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(content);
+    }
+    static QByteArray read(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+};
+
+TEST_F(StoreFixture, HasTheToldTablesForAnIndependentReader)
+{
+    QStringList tables;
+    for (
+        const QString &name : shellRows(
+            u"select name from sqlite_master where type='table' and name<>'system_counters' order by rowid"_s)) {
+        const QString sql =
+            shellRows(u"select sql from sqlite_master where name='"_s + name + u"'"_s).join(u' ');
+        QStringList columns;
+        for (const QString &line : shellRows(u"pragma table_info(\""_s + name + u"\")"_s)) {
+            const QStringList part = line.split(u'|');
+            columns += part[1] + u' ' + part[2] + (sql.contains(u'"' + part[1] + u"_empty"_s) ? u"!"_s : u""_s) +
+                       (part[4] == u"(null)"_s ? u""_s : u"="_s + part[4]);
+        }
+        QStringList indexes; // the newest comes first
+        for (const QString &line : shellRows(u"pragma index_list(\""_s + name + u"\")"_s)) {
+            const QStringList part = line.split(u'|');
+            indexes.prepend(part[1].mid(name.size() + 1) + (part[2] == u"1"_s ? u"*"_s : u""_s));
+        }
+        tables += name + u": "_s + columns.join(u", "_s) + u"; "_s + indexes.join(u", "_s);
+    }
+    EXPECT_EQ(tables, toldTables.split(u'\n'));
+}
+
+TEST_F(StoreFixture, BeginsWithTheSeedRowsAndNothingElse)
+{
+    const struct {
+        QString rows;
+        QString query;
+    } cases[] = {
+        {uR"(1|زوجه|Wife / 2|ولد|Son / 3|بنت|Daughter)"_s,
+         u"select id,relationar,relationen from relations"_s},
+        {uR"(1|ذكر|Male / 2|أنثى|Female)"_s, u"select id,sexar,sexen from sexes"_s},
+        {uR"(1|تلفون|Phone|0 / 2|كهرباء|Electricity|0 / 3|دراسه|Education|0 / 4|تذاكر|Travel|0 / 5|أقساط|Fees|0 / 6|مواصلات|Transportation|0 / 7|معيشه|Food|0 / 8|مصروف|Allowance|0 / 9|أرباح|Earnings|0 / 10|أخرى|Other|0 / 11|إيجارات عقارات|Property Rentals|-1 / 12|بيع عقارات|Property Sale|-1 / 13|راتب|Salary|-1 / 14|تقاعد|Pension|-1 / 15|مكافأه|Reward|-1 / 16|بيع سياره|Car Sale|-1 / 17|إستثمار|Investment|-1 / 18|أسهم|Stocks and bonds|-1 / 19|أخرى|Other|-1)"_s,
+         u"select id,detailar,detailen,credit from details"_s},
+        {u"|unknown|"_s + today().toString(u"yyyy-MM-dd"_s) + u"|0"_s,
+         u"select ifnull(id,''),desceased,lastcompacted,sn from settings"_s},
+        {QStringList(8, u"(null)"_s).join(u'|'),
+         u"select max(u.rowid), (select max(rowid) from members), (select max(rowid) from ledger), (select max(rowid) from general), (select max(rowid) from archives), (select max(rowid) from audit_members), (select max(rowid) from audit_users), (select max(rowid) from audit_general) from users u"_s},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(shellRows(c.query).join(u" / "_s), c.rows);
+}
+
+TEST_F(StoreFixture, LetsAUserGoWithoutAPasswordButNotAnAuditRow)
+{
+    addUser({.password = u""_s});
+    EXPECT_EQ(rows(u"select userid from users where [password]=''"_s), QStringList(u"agent"_s));
+    EXPECT_ANY_THROW(execute({u"insert into audit_users (userid,[password]) values ('agent','')"_s}));
+    // The copied id may come twice, since the row's own key is another column.
+    execute({u"insert into audit_users (id,userid) values (7,'a')"_s,
+             u"insert into audit_users (id,userid) values (7,'b')"_s,
+             u"insert into audit_users (userid) values ('c')"_s});
+    EXPECT_EQ(rows(u"select idkey,id,userid from audit_users"_s),
+              (QStringList{u"(null)|7|a"_s, u"(null)|7|b"_s, u"(null)|8|c"_s}));
+}
+
+TEST_F(CreateStoreTest, WritesTheSettingsInTheSessionsLanguage)
+{
+    setLanguage(true);
+    setClock([] { return makeDate(2004, 3, 15, 13, 5); });
+    ASSERT_TRUE(CreateStore(u"quvana"_s, engine.storePassword));
+    EXPECT_EQ(rows(u"select desceased, lastcompacted, sn from settings"_s),
+              QStringList(u"غير معروف|15/03/2004|0"_s));
+    EXPECT_EQ(engine.dbConnection, nullptr);
+}
+
+TEST_F(CreateStoreTest, KeepsAnEarlierStoreAndAsksBeforeItDropsAnOlderOne)
+{
+    ASSERT_TRUE(CreateStore(u"quvana"_s, engine.storePassword));
+    const QByteArray first = read(engine.storeFilePath);
+    ASSERT_TRUE(CreateStore(u"quvana"_s, engine.storePassword));
+    EXPECT_EQ(read(backup()), first);
+    const QByteArray second = read(engine.storeFilePath);
+
+    ScriptedDialogs dialogs;
+    dialogs.expectNo(question()).withIcon(MessageIcon::Critical);
+    EXPECT_FALSE(CreateStore(u"quvana"_s, engine.storePassword));
+    EXPECT_EQ(read(backup()), first);
+    EXPECT_EQ(read(engine.storeFilePath), second);
+
+    dialogs.expectYes(question());
+    EXPECT_TRUE(CreateStore(u"quvana"_s, engine.storePassword));
+    EXPECT_EQ(read(backup()), second);
+    EXPECT_EQ(rows(u"select count(id) as n from details"_s), QStringList(u"19"_s));
+}
+
+TEST_F(CreateStoreTest, ShowsAFailureAndLeavesNoHalfBuiltStore)
+{
+    write(engine.storeFilePath, "earlier data");
+    // Seeding fails: the connection goes to another file than the one that was built.
+    engine.connectionString = engine.testConnectionString;
+    ScriptedDialogs dialogs;
+    dialogs.expectMessage(u"Could not find file '"_s + engine.testStorePath + u"'."_s)
+        .withIcon(MessageIcon::None);
+    EXPECT_FALSE(CreateStore(u"quvana"_s, engine.storePassword));
+    EXPECT_FALSE(QFile::exists(engine.storeFilePath));
+    EXPECT_EQ(read(backup()), "earlier data");
+}
+
+TEST_F(CreateStoreTest, DoesNotDeleteAStoreThatItCouldNotPutAway)
+{
+    write(engine.storeFilePath, "the only copy");
+    QDir(folder()).mkdir(u"quvana_backup.mdb"_s);
+    ScriptedDialogs dialogs;
+    dialogs.expectMessage(u"File already exists"_s);
+    EXPECT_FALSE(CreateStore(u"quvana"_s, engine.storePassword));
+    EXPECT_EQ(read(engine.storeFilePath), "the only copy");
+}
+
+TEST_F(CreateStoreTest, MakesTheTutorialsStoreByItsOwnConnectionString)
+{
+    engine.connectionString.clear();
+    ASSERT_TRUE(CreateStore(u"TestDB"_s.toLower(), engine.storePassword));
+    EXPECT_EQ(shellRows(u"select count(*) from details"_s, engine.testStorePath), QStringList(u"19"_s));
+}
+
+} // namespace
