@@ -209,6 +209,14 @@ void frmMembers::adoPrimaryRS_WillChangeRecord(RecordChange &change)
         m_changedUnasked = isBrowsing();
 }
 
+/// Shows the current row in the boxes, also where a box shows its code already.
+void frmMembers::showRow()
+{
+    m_txtFields->show();
+    for (int i = 0; i < m_txtFields->count(); ++i)
+        txtFields_Change(i);
+}
+
 const QStringList *frmMembers::namesOf(int index) const
 {
     return index == fieldSex ? &m_sexNames : index == fieldRelation ? &m_relationNames : nullptr;
@@ -298,7 +306,7 @@ void frmMembers::refuseUnaskedChange()
         return;
     if (m_primary->isOpen() && m_primary->editMode() != EditMode::None)
         m_primary->cancelUpdate();
-    m_txtFields->show();
+    showRow();
     m_changedUnasked = false;
     showMessage(engine.isArabic
                     ? u"لا تقم بإجراء تغييرات في المعلومات قبل الضغط على تعديل"_s
@@ -420,7 +428,7 @@ void frmMembers::cmdCancel_Click()
             m_primary->moveFirst();
     });
     m_updateType.clear();
-    ignoringErrors([this] { m_txtFields->show(); });
+    ignoringErrors([this] { showRow(); });
     ignoringErrors([this] { adoPrimaryRS_MoveComplete(); });
 }
 
@@ -599,7 +607,7 @@ void frmMembers::update()
     m_adding = false;
     setButtons(true);
     hideChoosers();
-    m_txtFields->show();
+    showRow();
     adoPrimaryRS_MoveComplete();
 }
 

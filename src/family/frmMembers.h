@@ -65,6 +65,7 @@ private:
     bool validate();
     void update();
     void deleteMember();
+    void showRow();
     void showRowValues();
     void hideChoosers();
     void setFilter(const QString &filter);

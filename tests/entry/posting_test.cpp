@@ -1,5 +1,6 @@
 #include "entry/revenue_fixture.h"
 
+#include <QtWidgets/QPushButton>
 #include <sys/resource.h>
 #include <sys/wait.h>
 
@@ -179,7 +180,7 @@ TEST_F(PostingTest, AFailureBeforeTheTransactionEndsTheRun)
     fill(screen, "txtAmount", u"20000000000"_s); // an eighth leaves the 32-bit range
     ScriptedDialogs dialogs;
     dialogs.expectUntrapped(u"-2147168242 (8004d00e)"_s, u"No transaction is active."_s);
-    EXPECT_TRUE(processEnded(1, [&] { click(screen, "cmdEntry"); }));
+    EXPECT_TRUE(processEnded(1, [&] { Q_EMIT control<QPushButton>(screen, "cmdEntry").clicked(); }));
     EXPECT_EQ(state(), u"0/0/0");
 }
 
