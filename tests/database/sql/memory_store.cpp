@@ -61,30 +61,22 @@ constexpr const char16_t *seed[] = {
     u"insert into members (name,sex,title,relation,dob,group) values('Carim',1,'',2,'07/08/1990',2)",
     u"insert into members (name,sex,relation,dob,group) values('Amina',2,1,'01/02/1960',1)",
     u"insert into members values('Ehab',1,null,2,'02/01/1987',3,false,null)",
-    u"insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,transactiondetail,"
-    u"paymentmethod,gtype) values(1,1000,'15/03/2004','admin',True,True,'shop sold','Cash',3)",
+    u"insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) "
+    u"values(1,1000,'15/03/2004','admin',True,True,'Cash',3)",
     u"insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) "
     u"values(2,100,'20/03/2004 10:30:00','admin',True,False,'Check',1)",
     u"insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) "
     u"values(3,50,'05/04/2004','admin',False,False,'Cash',2)",
-    u"insert into ledger "
-    u"(name,transactionid,creditordebit,amount,totalamount,ddate,enteredby,valid,paymentmethod,"
-    u"gtype) values('Amina',1,True,125,1000,'15/03/2004','admin',True,'Cash',3)",
-    u"insert into ledger "
-    u"(name,transactionid,creditordebit,amount,totalamount,ddate,enteredby,valid,paymentmethod,"
-    u"gtype) values('Badr',1,True,350,1000,'15/03/2004','admin',True,'Cash',3)",
-    u"insert into ledger "
-    u"(name,transactionid,creditordebit,amount,totalamount,ddate,enteredby,valid,paymentmethod,"
-    u"gtype) values('Carim',1,True,350,1000,'15/03/2004','admin',True,'Cash',3)",
-    u"insert into ledger "
-    u"(name,transactionid,creditordebit,amount,totalamount,ddate,enteredby,valid,paymentmethod,"
-    u"gtype) values('Dana',1,True,175,1000,'15/03/2004','admin',True,'Cash',3)",
-    u"insert into ledger "
-    u"(name,transactionid,creditordebit,amount,totalamount,ddate,enteredby,valid,paymentmethod,"
-    u"gtype) values('Badr',2,False,50,100,'20/03/2004 10:30:00','admin',True,'Check',1)",
-    u"insert into ledger "
-    u"(name,transactionid,creditordebit,amount,totalamount,ddate,enteredby,valid,paymentmethod,"
-    u"gtype) values('Dana',2,False,50,100,'20/03/2004 10:30:00','admin',True,'Check',1)",
+    u"insert into ledger (name,transactionid,amount) values('Amina',1,125)",
+    u"insert into ledger (name,transactionid,amount) values('Badr',1,350)",
+    u"insert into ledger (name,transactionid,amount) values('Carim',1,350)",
+    u"insert into ledger (name,transactionid,amount) values('Dana',1,175)",
+    u"insert into ledger (name,transactionid,amount) values('Badr',2,50)",
+    u"insert into ledger (name,transactionid,amount) values('Dana',2,50)",
+    u"update ledger set valid=True,enteredby='admin',creditordebit=transactionid=1,"
+    u"totalamount=(select amount from general where transactionid=ledger.transactionid),"
+    u"ddate=(select ddate from general where transactionid=ledger.transactionid),"
+    u"gtype=(select gtype from general where transactionid=ledger.transactionid)",
     u"insert into users (userid,password,name,rank,createdby,valid,language) "
     u"values('admin','Secret','The Agent',3,'admin',True,'ARABIC')",
     u"insert into users (userid,password,name,rank,createdby,valid) values('old','','Old','1','admin',False)",

@@ -75,11 +75,11 @@ TEST_F(SqlWriting, ValuesAreConvertedToTheirColumns)
         }
     }
 
-    run(u"update general set amount=33.33335, valid=null, lastupdate=ddate where id=1");
+    run(u"update general set amount=-33.33335, valid=null, lastupdate=ddate where id=1");
     run(u"update general set amount='1,000.25', valid=amount > 1 where id=2");
     run(u"update general set amount=amount/3, valid=lastupdate=null where id=3");
     EXPECT_EQ(rows(u"select amount, valid, lastupdate from general"),
-              "33.3334|False|15/03/2004 1000.25|True|Null 16.6667|False|Null");
+              "-33.3334|False|15/03/2004 1000.25|True|Null 16.6667|False|Null");
     run(u"insert into members (name) values('Fadi')");
     EXPECT_EQ(rows(u"select valid, group from members where name='fadi'"), "True|Null");
     EXPECT_EQ(error(u"update members set group=256"), overflow);

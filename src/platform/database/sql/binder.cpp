@@ -150,8 +150,10 @@ void Binder::checkNewTable(QStringView name, const std::vector<bound::Item> &ite
 {
     if (m_catalog.find(name) != nullptr)
         throw data_errors::tableExists(name.toString());
-    // These beginnings are the engine's and the store's own.
-    if (name.startsWith("sqlite_"_L1, Qt::CaseInsensitive) ||
+    // The beginnings are the engine's and the store's own.
+    const auto isControl = [](QChar character) { return character < u' '; };
+    if (std::any_of(name.begin(), name.end(), isControl) ||
+        name.startsWith("sqlite_"_L1, Qt::CaseInsensitive) ||
         name.startsWith("system_"_L1, Qt::CaseInsensitive))
         throw data_errors::syntax(u"'%1' is not a valid name."_s.arg(name));
     for (size_t index = 0; index < items.size(); ++index) {

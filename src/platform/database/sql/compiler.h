@@ -43,8 +43,11 @@ struct Compiled {
     bool changesSchema = false;
 };
 
-/// Compiles one statement. @throws RuntimeError with the dialect's numbers and words: syntax, unknown table,
-/// unknown column, data type mismatch, text too long or empty, a second statement behind the first.
+/// Compiles one statement. @throws RuntimeError with the dialect's numbers and words: -2147217900 for the
+/// syntax, a second statement behind the first, expressions that go too deep; -2147217865 for an unknown
+/// table and -2147217857 for one that exists; -2147217904 for an unknown column; -2147217913 for types that
+/// don't go together or an unreadable literal; -2147217833 and -2147217887 for a text that is too long or
+/// refused as empty; 6 for a number outside its column's range.
 Compiled compile(const QString &text, const Catalog &catalog);
 
 /// The statement that reads a whole table: all columns in the order of creation, rows in the order of

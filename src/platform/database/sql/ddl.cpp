@@ -191,8 +191,8 @@ CatalogColumn columnFromDeclaration(const QString &name, const QString &declared
     } else if (type.startsWith("text"_L1)) {
         const int size = QStringView(type).mid(5, type.size() - 6).toInt();
         as(FieldType::Text, size > 0 ? size : 255);
-        const QString emptyRefused = QString::fromUtf8(quotedName(QString(name + "_empty"_L1)));
-        column.emptyTextAllowed = !tableText.contains(emptyRefused);
+        const QByteArray refusal = "constraint " + quotedName(QString(name + "_empty"_L1));
+        column.emptyTextAllowed = !tableText.contains(QString::fromUtf8(refusal));
     } else {
         as(FieldType::Long, 4);
     }

@@ -1,66 +1,23 @@
 #include "platform/database/sql/emitter.h"
 
-#include "platform/database/errors.h"
 #include "platform/database/sql/ddl.h"
-#include "platform/database/sql/storage.h"
+#include "platform/database/sql/expression_emitter.h"
 
 #include <algorithm>
 #include <utility>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace sql
 {
 
 using bound::Expression;
-using bound::Operator;
-using Kind = bound::Expression::Kind;
 
 namespace
 {
 
-// Operands that bind less tightly than the place they stand at are put into parentheses, and only those: the
-// engine's parser has a stack of a hundred entries.
-enum Level {
-    LevelAny,
-    LevelOr,
-    LevelAnd,
-    LevelNot,
-    LevelCompare,
-    LevelOperand,
-    LevelAdd,
-    LevelMultiply,
-    LevelJoin,
-    LevelAtom
-};
-
-constexpr qsizetype maximumText = 100'000;   ///< swapped bounds double their texts
-constexpr qsizetype maximumParameters = 900; ///< the engine takes 999
-
-const char *comparisonSign(Operator op)
-{
-    switch (op) {
-    case Operator::Equal:
-        return " = ";
-    case Operator::NotEqual:
-        return " <> ";
-    case Operator::Less:
-        return " < ";
-    case Operator::LessEqual:
-        return " <= ";
-    case Operator::Greater:
-        return " > ";
-    default:
-        return " >= ";
-    }
-}
-
-class Emitter
+class Emitter : public ExpressionEmitter
 {
 public:
-    /// With a target, columns of source 0 are written with that table's name: the engine knows no alias
-    /// there.
-    explicit Emitter(const CatalogTable *target = nullptr) : m_target(target) { m_step.text.reserve(512); }
+    explicit Emitter(const CatalogTable *target = nullptr) : ExpressionEmitter(target) {}
 
     void select(const bound::Select &select, bool withRowid);
     void insert(const bound::Statement &statement);
@@ -70,34 +27,9 @@ public:
     Step take() { return std::move(m_step); }
 
 private:
-    void write(const char *text) { m_step.text += text; }
-    void write(const QByteArray &text) { m_step.text += text; }
-    void source(int number, const char *behind);
-    void parameter(Parameter value);
+    void subselect(const bound::Select &inner) override { select(inner, false); }
     void where(const std::optional<Expression> &condition);
     void columnList(const std::vector<bound::Assignment> &assignments, const CatalogColumn *counter);
-
-    void value(const Expression &expression, Level level);
-    void collated(const Expression &expression);
-    void condition(const Expression &expression, Level level);
-    void between(const Expression &expression, Level level);
-    void comparison(const Expression &expression);
-    void arithmetic(const Expression &expression, Level level);
-    void cast(const Expression &expression, Level level);
-    void call(const Expression &expression);
-
-    template <typename Body>
-    void enclosed(bool needed, Body body)
-    {
-        if (needed)
-            write("(");
-        body();
-        if (needed)
-            write(")");
-    }
-
-    const CatalogTable *m_target;
-    Step m_step;
 };
 
 // --- statements
@@ -144,28 +76,6 @@ void Emitter::select(const bound::Select &select, bool withRowid)
         write(separator);
         source(select.source, ".rowid");
     }
-}
-
-void Emitter::source(int number, const char *behind)
-{
-    write("t");
-    write(QByteArray::number(number));
-    write(behind);
-}
-
-/// Equal literals share a parameter, so that an expression written twice is one expression to the engine.
-void Emitter::parameter(Parameter value)
-{
-    std::vector<Parameter> &parameters = m_step.parameters;
-    auto place = std::find(parameters.begin(), parameters.end(), value);
-    if (place == parameters.end()) {
-        if (parameters.size() == maximumParameters)
-            throw data_errors::syntax(u"The query is too complex."_s);
-        parameters.push_back(std::move(value));
-        place = std::prev(parameters.end());
-    }
-    write("?");
-    write(QByteArray::number(place - parameters.begin() + 1));
 }
 
 void Emitter::where(const std::optional<Expression> &test)
@@ -250,206 +160,6 @@ void Emitter::deleteRows(const bound::Statement &statement)
     write("delete from ");
     write(quotedName(statement.table->name));
     where(statement.where);
-}
-
-// --- expressions
-
-/// The expression as a stored value.
-void Emitter::value(const Expression &expression, Level level)
-{
-    if (m_step.text.size() > maximumText)
-        throw data_errors::syntax(u"The query is too complex."_s);
-    if (expression.isTruth()) {
-        write("-(");
-        condition(expression, LevelAny);
-        write(")");
-        return;
-    }
-    switch (expression.kind) {
-    case Kind::Literal:
-        if (expression.literal.isNull())
-            write("null");
-        else if (expression.type == FieldType::Boolean)
-            write(expression.literal.toBool() ? "-1" : "0");
-        else
-            parameter(toStorage(expression.literal, expression.type));
-        break;
-    case Kind::Column:
-        if (m_target != nullptr && expression.source == 0) {
-            write(quotedName(m_target->name));
-            write(".");
-        } else {
-            source(expression.source, ".");
-        }
-        write(quotedName(expression.column->name));
-        break;
-    case Kind::Cast:
-        cast(expression, level);
-        break;
-    case Kind::Arithmetic:
-        arithmetic(expression, level);
-        break;
-    case Kind::Iif:
-        write("case when ");
-        condition(expression.operands[0], LevelAny);
-        write(" then ");
-        value(expression.operands[1], LevelAny);
-        write(" else ");
-        value(expression.operands[2], LevelAny);
-        write(" end");
-        break;
-    case Kind::Call:
-        call(expression);
-        break;
-    case Kind::Subselect:
-        write("(");
-        select(*expression.select, false);
-        write(")");
-        break;
-    default:
-        Q_UNREACHABLE();
-    }
-}
-
-/// The expression as a value that is compared with others: a text under the dialect's collation. A column
-/// carries it already.
-void Emitter::collated(const Expression &expression)
-{
-    const bool needed = expression.type == FieldType::Text && expression.kind != Kind::Column;
-    value(expression, needed ? LevelAtom : LevelOperand);
-    if (needed)
-        write(" collate arabic");
-}
-
-/// The expression as a test: the engine takes every number but 0 as true.
-void Emitter::condition(const Expression &expression, Level level)
-{
-    switch (expression.kind) {
-    case Kind::Or:
-        enclosed(level > LevelOr, [&] {
-            condition(expression.operands[0], LevelOr);
-            write(" or ");
-            condition(expression.operands[1], LevelAnd);
-        });
-        break;
-    case Kind::And:
-        enclosed(level > LevelAnd, [&] {
-            condition(expression.operands[0], LevelAnd);
-            write(" and ");
-            condition(expression.operands[1], LevelNot);
-        });
-        break;
-    case Kind::Not:
-        enclosed(level > LevelNot, [&] {
-            write("not ");
-            condition(expression.operands[0], LevelNot);
-        });
-        break;
-    case Kind::IsNull:
-        enclosed(level > LevelCompare, [&] {
-            value(expression.operands[0], LevelOperand);
-            write(" is null");
-        });
-        break;
-    case Kind::Compare:
-        enclosed(level > LevelCompare, [&] { comparison(expression); });
-        break;
-    case Kind::Between:
-        between(expression, level);
-        break;
-    default:
-        value(expression, level);
-    }
-}
-
-void Emitter::comparison(const Expression &expression)
-{
-    const Expression &left = expression.operands[0];
-    const Expression &right = expression.operands[1];
-    value(left, LevelOperand);
-    write(comparisonSign(expression.op));
-    if (left.kind == Kind::Column)
-        value(right, LevelOperand); // the left column's collation is the one that holds
-    else
-        collated(right);
-}
-
-void Emitter::between(const Expression &expression, Level level)
-{
-    const std::vector<Expression> &operands = expression.operands;
-    const auto within = [&](const Expression &low, const Expression &high) {
-        collated(operands[0]);
-        write(" between ");
-        value(low, LevelOperand);
-        write(" and ");
-        value(high, LevelOperand);
-    };
-    enclosed(level > LevelOr, [&] {
-        within(operands[1], operands[2]);
-        write(" or ");
-        within(operands[2], operands[1]);
-    });
-}
-
-void Emitter::arithmetic(const Expression &expression, Level level)
-{
-    Level own = LevelAdd;
-    const char *sign = " + ";
-    if (expression.op == Operator::Subtract) {
-        sign = " - ";
-    } else if (expression.op == Operator::Multiply) {
-        own = LevelMultiply;
-        sign = " * ";
-    } else if (expression.op == Operator::Join) {
-        own = LevelJoin;
-        sign = " || ";
-    }
-    enclosed(level > own, [&] {
-        value(expression.operands[0], own);
-        write(sign);
-        value(expression.operands[1], Level(own + 1));
-    });
-}
-
-void Emitter::cast(const Expression &expression, Level level)
-{
-    const Expression &operand = expression.operands[0];
-    const auto whole = [](FieldType type) {
-        return type == FieldType::Long || type == FieldType::Byte || type == FieldType::Boolean;
-    };
-    if (whole(operand.type) && (expression.type == FieldType::Long || expression.type == FieldType::Double)) {
-        value(operand, level); // they are stored as numbers
-    } else if (whole(operand.type) && expression.type == FieldType::Money) {
-        enclosed(level > LevelMultiply, [&] {
-            value(operand, LevelMultiply);
-            write(" * 10000");
-        });
-    } else if (operand.type == FieldType::Money && expression.type == FieldType::Double) {
-        enclosed(level > LevelMultiply, [&] {
-            value(operand, LevelMultiply);
-            write(" / 10000.0");
-        });
-    } else {
-        write("q_cast(");
-        value(operand, LevelAny);
-        write(", " + QByteArray::number(int(operand.type)) + ", " + QByteArray::number(int(expression.type)) +
-              ')');
-    }
-}
-
-void Emitter::call(const Expression &expression)
-{
-    write(expression.function);
-    write("(");
-    const char *separator = "";
-    for (const Expression &operand : expression.operands) {
-        write(std::exchange(separator, ", "));
-        if (expression.aggregate)
-            collated(operand); // for the largest and smallest text
-        else
-            value(operand, LevelAny);
-    }
-    write(expression.operands.empty() ? "*)" : ")");
 }
 
 // --- the steps of a statement
