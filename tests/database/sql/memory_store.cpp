@@ -226,11 +226,6 @@ MemoryStore::Result MemoryStore::tryOut(const QString &text)
     }
 }
 
-QString MemoryStore::engineText(const QString &text) const
-{
-    return QString::fromUtf8(sql::compile(text, m_catalog).steps.front().text);
-}
-
 int errorOf(MemoryStore &store, const QString &text, QString *description)
 {
     try {

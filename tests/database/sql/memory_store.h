@@ -33,8 +33,6 @@ public:
     QString rows(const QString &text);
     /// Runs a statement and rolls it back.
     Result tryOut(const QString &text);
-    /// The engine's text of a statement's first step.
-    QString engineText(const QString &text) const;
 
     const sql::Catalog &catalog() const { return m_catalog; }
     sqlite3 *handle() const { return m_handle.get(); }

@@ -1,6 +1,7 @@
 #include "platform/database/sql/conversions.h"
 
 #include "platform/database/errors.h"
+#include "platform/database/sql/storage.h"
 #include "platform/runtime/numbers.h"
 
 #include <utility>
@@ -21,38 +22,14 @@ bool isNumeric(FieldType type)
     return type != FieldType::Text && type != FieldType::Date && type != FieldType::Boolean;
 }
 
-/// @throws what the run-time's conversions throw.
-Value valueAs(const Expression &expression, FieldType type)
+/// @throws RuntimeError as fieldValue().
+Value literalAs(const Expression &expression, FieldType type)
 {
-    const Value &value = expression.literal;
-    if (value.isNull())
-        return {};
-    switch (type) {
-    case FieldType::Long:
-        return value.toInt();
-    case FieldType::Byte: {
-        const qint32 number = value.toInt();
-        if (number < 0 || number > 255)
-            throw runtime_errors::overflow();
-        return number;
-    }
-    case FieldType::Double:
-        return value.toDouble();
-    case FieldType::Money: {
-        if (expression.digits.isEmpty())
-            return value.toMoneyValue();
-        // As it is written, not by way of a double: 0.00005 is a half exactly.
-        const Money amount = readMoney(expression.digits.toString());
-        return value.toDouble() < 0 ? -amount : amount;
-    }
-    case FieldType::Boolean:
-        return value.toBool();
-    case FieldType::Date:
-        return value.toDate();
-    case FieldType::Text:
-        return value.toText();
-    }
-    Q_UNREACHABLE();
+    if (type != FieldType::Money || expression.digits.isEmpty())
+        return fieldValue(expression.literal, type);
+    // As it is written, not by way of a double: 0.00005 is a half exactly.
+    const Money amount = readMoney(expression.digits.toString());
+    return expression.literal.toDouble() < 0 ? -amount : amount;
 }
 
 Expression retyped(Expression expression, Value value, FieldType type)
@@ -106,25 +83,28 @@ int fixedSize(FieldType type)
     }
 }
 
-Expression literal(Value value, FieldType type)
+Expression node(Kind kind, FieldType type, std::vector<Expression> operands)
 {
     Expression result;
-    result.literal = std::move(value);
+    result.kind = kind;
     result.type = type;
     if (type != FieldType::Text)
         result.size = fixedSize(type);
+    result.operands = std::move(operands);
+    return result;
+}
+
+Expression literal(Value value, FieldType type)
+{
+    Expression result = node(Kind::Literal, type, {});
+    result.literal = std::move(value);
     return result;
 }
 
 Expression call(const char *function, FieldType type, std::vector<Expression> operands)
 {
-    Expression result;
-    result.kind = Kind::Call;
+    Expression result = node(Kind::Call, type, std::move(operands));
     result.function = function;
-    result.type = type;
-    if (type != FieldType::Text)
-        result.size = fixedSize(type);
-    result.operands = std::move(operands);
     return result;
 }
 
@@ -134,18 +114,15 @@ Expression converted(Expression expression, FieldType type)
         return expression;
     if (expression.kind == Kind::Literal) {
         try {
-            Value value = valueAs(expression, type);
+            Value value = literalAs(expression, type);
             return retyped(std::move(expression), std::move(value), type);
         } catch (const RuntimeError &) {
             throw data_errors::typeMismatch();
         }
     }
-    Expression cast;
-    cast.kind = Kind::Cast;
-    cast.type = type;
-    cast.size = type == FieldType::Text ? 255 : fixedSize(type);
-    cast.operands.push_back(std::move(expression));
-    return cast;
+    std::vector<Expression> operands;
+    operands.push_back(std::move(expression));
+    return node(Kind::Cast, type, std::move(operands));
 }
 
 FieldType commonType(const Expression &left, const Expression &right)
@@ -194,7 +171,7 @@ Expression assigned(Expression expression, const CatalogColumn &column)
     }
     Value value;
     try {
-        value = valueAs(expression, column.type);
+        value = literalAs(expression, column.type);
     } catch (const RuntimeError &error) {
         if (error.number() == runtime_errors::overflow().number())
             throw;

@@ -29,6 +29,9 @@ bound::Expression assigned(bound::Expression expression, const CatalogColumn &co
 /// A call of one of the engine's functions.
 bound::Expression call(const char *function, FieldType type, std::vector<bound::Expression> operands);
 
+/// A node over operands, of a type's own size.
+bound::Expression node(bound::Expression::Kind kind, FieldType type, std::vector<bound::Expression> operands);
+
 /// A literal of a type.
 bound::Expression literal(Value value, FieldType type);
 

@@ -39,17 +39,6 @@ std::vector<Expression> list(Expression first, Expression second)
     return expressions;
 }
 
-Expression node(Kind kind, FieldType type, std::vector<Expression> operands)
-{
-    Expression result;
-    result.kind = kind;
-    result.type = type;
-    if (type != FieldType::Text)
-        result.size = fixedSize(type);
-    result.operands = std::move(operands);
-    return result;
-}
-
 bool is(QStringView name, QLatin1StringView word)
 {
     return name.compare(word, Qt::CaseInsensitive) == 0;

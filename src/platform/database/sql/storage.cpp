@@ -94,6 +94,24 @@ Value plainValue(const Parameter &stored)
 Value foreignForm(const Parameter &stored, FieldType type)
 {
     const Value value = plainValue(stored);
+    if (type == FieldType::Money) { // a count all the same, of whatever form
+        const double count = value.toDouble();
+        constexpr double limit = 9223372036854775808.0;
+        if (count != std::floor(count) || count < -limit || count >= limit)
+            throw runtime_errors::typeMismatch();
+        return Money::fromTenThousandths(qint64(count));
+    }
+    if (type == FieldType::Date && value.kind() != Value::Kind::Text)
+        throw runtime_errors::typeMismatch();
+    return fieldValue(value, type);
+}
+
+} // namespace
+
+Value fieldValue(const Value &value, FieldType type)
+{
+    if (value.isNull())
+        return {};
     switch (type) {
     case FieldType::Long:
         return value.toInt();
@@ -105,18 +123,11 @@ Value foreignForm(const Parameter &stored, FieldType type)
     }
     case FieldType::Double:
         return value.toDouble();
-    case FieldType::Money: { // a count all the same, of whatever form
-        const double count = value.toDouble();
-        constexpr double limit = 9223372036854775808.0;
-        if (count != std::floor(count) || count < -limit || count >= limit)
-            throw runtime_errors::typeMismatch();
-        return Money::fromTenThousandths(qint64(count));
-    }
+    case FieldType::Money:
+        return value.toMoneyValue();
     case FieldType::Boolean:
         return value.toBool();
     case FieldType::Date:
-        if (value.kind() != Value::Kind::Text)
-            throw runtime_errors::typeMismatch();
         return value.toDate();
     case FieldType::Text:
         return value.toText();
@@ -124,31 +135,24 @@ Value foreignForm(const Parameter &stored, FieldType type)
     Q_UNREACHABLE();
 }
 
-} // namespace
-
 Parameter toStorage(const Value &value, FieldType type)
 {
-    if (value.isNull())
+    const Value converted = fieldValue(value, type);
+    switch (converted.kind()) {
+    case Value::Kind::Null:
         return type == FieldType::Boolean ? Parameter(qint64(0)) : Parameter();
-    switch (type) {
-    case FieldType::Long:
-        return qint64(value.toInt());
-    case FieldType::Byte: {
-        const qint32 number = value.toInt();
-        if (number < 0 || number > 255)
-            throw runtime_errors::overflow();
-        return qint64(number);
-    }
-    case FieldType::Double:
-        return value.toDouble();
-    case FieldType::Money:
-        return value.toMoneyValue().tenThousandths();
-    case FieldType::Boolean:
-        return qint64(value.toBool() ? -1 : 0);
-    case FieldType::Date:
-        return storedDate(value.toDate());
-    case FieldType::Text:
-        return value.toText().toUtf8();
+    case Value::Kind::Boolean:
+        return qint64(converted.toBool() ? -1 : 0);
+    case Value::Kind::Long:
+        return qint64(converted.toInt());
+    case Value::Kind::Double:
+        return converted.toDouble();
+    case Value::Kind::Money:
+        return converted.toMoneyValue().tenThousandths();
+    case Value::Kind::Date:
+        return storedDate(converted.toDate());
+    case Value::Kind::Text:
+        return converted.toText().toUtf8();
     }
     Q_UNREACHABLE();
 }

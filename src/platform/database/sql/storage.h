@@ -8,6 +8,11 @@
 namespace sql
 {
 
+/// A value as a field of that type holds it: Long for a byte too, Null as it is. Texts are converted by the
+/// run-time's rules.
+/// @throws RuntimeError 13 when it can't be converted, 6 outside the type's range.
+Value fieldValue(const Value &value, FieldType type);
+
 /// A value as a column of that type stores it. The value is converted to the type first, texts by the
 /// run-time's rules.
 /// @throws RuntimeError 13 when it can't be converted, 6 outside the type's range.
