@@ -54,15 +54,19 @@ int Recordset::Private::currentRow() const
     return rowAt(position);
 }
 
-int Recordset::Private::indexOf(const QString &name) const
+int Recordset::Private::find(const QString &name) const
 {
     requireOpen();
     const auto &fields = rows->fields();
     const auto found = std::ranges::find_if(
         fields, [&](const FieldInfo &info) { return info.name.compare(name, Qt::CaseInsensitive) == 0; });
-    if (found == fields.end())
-        throw data_errors::noSuchItem();
-    return int(found - fields.begin());
+    return found == fields.end() ? -1 : int(found - fields.begin());
+}
+
+int Recordset::Private::indexOf(const QString &name) const
+{
+    const int index = find(name);
+    return index >= 0 ? index : throw data_errors::noSuchItem();
 }
 
 const FieldInfo &Recordset::Private::field(int index) const
@@ -302,13 +306,7 @@ const FieldInfo &Recordset::field(const QString &name) const
 
 int Recordset::fieldIndex(const QString &name) const
 {
-    try {
-        return d->indexOf(name);
-    } catch (const RuntimeError &error) {
-        if (error.number() != data_errors::noSuchItem().number())
-            throw;
-        return -1;
-    }
+    return d->find(name);
 }
 
 Value Recordset::value(int index) const

@@ -45,6 +45,8 @@ struct Recordset::Private {
     int rowAt(int at) const { return view ? (*view)[std::size_t(at)] : at; }
     /// The current row, which is none of the new ones. @throws RuntimeError 3021
     int currentRow() const;
+    /// The first field of that name, or -1.
+    int find(const QString &name) const;
     /// @throws RuntimeError 3265
     int indexOf(const QString &name) const;
     const FieldInfo &field(int index) const;

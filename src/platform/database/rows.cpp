@@ -28,6 +28,7 @@ void Rows::read(Run &run)
 {
     const int columns = int(m_fields.size());
     Known known;
+    known.lasts.resize(m_fields.size());
     while (run.next()) {
         for (int column = 0; column < columns; ++column)
             appendCell(column, run, known);
@@ -123,23 +124,27 @@ void Rows::appendCell(int column, Run &run, Known &known)
 {
     const FieldType type = m_fields[std::size_t(column)].type;
     appendZero(column);
-    QHash<QByteArray, qint64> *cells = type == FieldType::Text   ? &known.texts
-                                       : type == FieldType::Date ? &known.dates
-                                                                 : nullptr;
-    const QByteArray bytes = cells ? run.text(column) : QByteArray();
+    const bool isText = type == FieldType::Text;
+    const QByteArray bytes = isText || type == FieldType::Date ? run.text(column) : QByteArray();
     if (bytes.isNull()) {
         setValue(m_count, column, sql::fromStorage(run.column(column), type));
         return;
     }
-    // Many rows hold few different texts and dates: each is converted once.
-    const auto met = cells->constFind(bytes);
-    if (met != cells->constEnd()) {
-        setCell(column, m_count, *met);
-        return;
+    // Neighbours often hold the same, and many rows few different texts: each is converted once.
+    Known::Last &last = known.lasts[std::size_t(column)];
+    if (last.bytes.isNull() || last.bytes != bytes) {
+        const QByteArray copy(bytes.constData(), bytes.size());
+        const auto met = isText ? known.texts.constFind(bytes) : known.texts.constEnd();
+        if (met != known.texts.constEnd()) {
+            last = {met.key(), *met};
+        } else {
+            setValue(m_count, column, sql::fromStorage(copy, type));
+            last = {copy, cell(column, m_count)};
+            if (isText)
+                known.texts.insert(last.bytes, last.cell);
+        }
     }
-    const QByteArray copy(bytes.constData(), bytes.size());
-    setValue(m_count, column, sql::fromStorage(copy, type));
-    cells->insert(copy, cell(column, m_count));
+    setCell(column, m_count, last.cell);
 }
 
 void Rows::appendZero(int column)

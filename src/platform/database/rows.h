@@ -46,10 +46,15 @@ private:
         std::variant<Narrow, Wide, Real> cells;
         std::vector<bool> nulls; ///< empty while no cell is Null; never used for a text
     };
-    /// The cells that texts and dates became while reading, by their bytes in the store.
+    /// What reading has met: the cell of every text by its bytes in the store, and each column's last text or
+    /// date.
     struct Known {
+        struct Last {
+            QByteArray bytes;
+            qint64 cell = 0;
+        };
         QHash<QByteArray, qint64> texts;
-        QHash<QByteArray, qint64> dates;
+        std::vector<Last> lasts;
     };
 
     void appendCell(int column, Run &run, Known &known);

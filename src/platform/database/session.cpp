@@ -73,75 +73,92 @@ int Session::compareTexts(const QString &left, const QString &right)
 void Session::run(const sql::Compiled &compiled)
 {
     if (compiled.kind == sql::StatementKind::Select) {
-        for (const sql::Step &step : compiled.steps)
-            run(step);
+        run(compiled.steps.front());
         return;
     }
-    atomically([&] {
-        if (compiled.changesSchema) {
-            m_prepared.clear();
-            m_schemaChanged = true;
-        }
-        for (const sql::Step &step : compiled.steps)
-            run(step);
-    });
-    if (compiled.changesSchema)
-        readCatalog();
+    if (!compiled.changesSchema) {
+        write(compiled.steps);
+        return;
+    }
+    m_prepared.clear();
+    try {
+        m_schemaChanged = true;
+        write(compiled.steps);
+    } catch (const RuntimeError &) {
+        ignoringErrors([this] { readCatalog(); });
+        throw;
+    }
+    readCatalog();
 }
 
 // --- transactions
 
-bool Session::isLost() const noexcept
-{
-    return m_transaction == Transaction::Lost ||
-           (m_transaction == Transaction::Active && m_engine.autocommit());
-}
-
 // A write behind a transaction that the engine has rolled back would stand alone.
-void Session::requireWritable()
+void Session::requireWritable() const
 {
     if (isLost())
         throw data_errors::engineFailure(u"The transaction has been rolled back by an earlier failure."_s);
 }
 
-Session::Mark Session::openMark()
+void Session::write(const std::vector<sql::Step> &steps)
 {
     requireWritable();
-    if (m_transaction == Transaction::Active) {
-        run(sql::Step{"savepoint work", {}});
-        return Mark::Savepoint;
+    const bool inside = inTransaction();
+    if (!inside)
+        m_transaction = Transaction::None; // a failed commit is of the past
+    if (steps.size() == 1)
+        run(steps.front()); // the engine itself makes one statement whole
+    else if (!inside)
+        writeBetween("begin immediate", steps, "commit");
+    else if (steps.size() == 2 && steps.front().text == sql::drawCounterStep({}).text)
+        writeDrawn(steps);
+    else
+        writeBetween("savepoint work", steps, "release work");
+}
+
+void Session::writeBetween(const char *start, const std::vector<sql::Step> &steps, const char *end)
+{
+    run(sql::Step{start, {}});
+    try {
+        for (const sql::Step &step : steps)
+            run(step);
+        run(sql::Step{end, {}});
+    } catch (const RuntimeError &) {
+        undo();
+        throw;
     }
-    m_transaction = Transaction::None;
-    run(sql::Step{"begin immediate", {}});
-    return Mark::Transaction;
 }
 
-void Session::closeMark(Mark mark)
+// Undoes the work of writeBetween(), unless the engine has rolled everything back already.
+void Session::undo() noexcept
 {
-    run(sql::Step{mark == Mark::Savepoint ? "release work" : "commit", {}});
-    if (mark == Mark::Transaction)
-        m_schemaChanged = false;
-}
-
-void Session::undoMark(Mark mark) noexcept
-{
-    const bool schemaChanged = m_schemaChanged;
-    ignoringErrors([&] {
-        if (m_engine.autocommit()) {
-            // The engine has rolled everything back already.
-            if (mark == Mark::Savepoint)
-                m_transaction = Transaction::Lost;
-        } else if (mark == Mark::Savepoint) {
+    if (m_engine.autocommit())
+        return;
+    ignoringErrors([this] {
+        if (inTransaction()) {
             m_engine.run("rollback to work");
             m_engine.run("release work");
         } else {
             m_engine.run("rollback");
         }
     });
-    if (mark == Mark::Transaction)
-        m_schemaChanged = false;
-    if (schemaChanged)
-        ignoringErrors([&] { readCatalog(); });
+}
+
+// A new row behind the number drawn for it, inside a transaction. A savepoint would copy every page that the
+// row touches and cost ten times the row itself; but only the number has to be given back when the row is
+// refused.
+void Session::writeDrawn(const std::vector<sql::Step> &steps)
+{
+    run(steps[0]);
+    try {
+        run(steps[1]);
+    } catch (const RuntimeError &) {
+        if (!m_engine.autocommit()) {
+            run(sql::Step{"update system_counters set last = last - 1 where table_name = ?1",
+                          steps[0].parameters});
+        }
+        throw;
+    }
 }
 
 void Session::begin()
@@ -171,11 +188,10 @@ void Session::commit()
 
 void Session::rollback()
 {
-    const bool open = !m_engine.autocommit();
     if (m_transaction == Transaction::None)
         throw data_errors::noTransaction();
     m_transaction = Transaction::None;
-    if (open)
+    if (!m_engine.autocommit())
         m_engine.run("rollback");
     if (m_schemaChanged)
         readCatalog();

@@ -29,50 +29,38 @@ public:
     CompiledPtr compile(const QString &text);
     CompiledPtr compileTable(const QString &table);
 
-    /// Runs all steps of a statement or none.
+    /// Runs a statement; rows that it gives are not read. @throws RuntimeError, and nothing of it remains
     void run(const sql::Compiled &compiled);
-    /// The prepared form of an engine text. Valid until the next call.
+    /// Runs steps that take effect together or not at all: in a transaction of their own, or as a part of the
+    /// one that is open.
+    void write(const std::vector<sql::Step> &steps);
+    /// The prepared form of an engine text, for reading. Valid until the next call.
     Statement &prepared(const QByteArray &text);
-    void run(const sql::Step &step);
+    /// The first column of the first row, or nothing.
     sql::Parameter first(const sql::Step &step);
 
     /// Compares two texts by the store's collation: below, at or above 0.
     int compareTexts(const QString &left, const QString &right);
 
-    /// Runs a piece of work whose writes take effect together or not at all: in a transaction of its own, or
-    /// as a part of the one that is open. @throws what the work throws, or the failure of the commit.
-    template <typename Work>
-    void atomically(Work &&work)
-    {
-        const Mark mark = openMark();
-        try {
-            work();
-            closeMark(mark);
-        } catch (...) {
-            undoMark(mark);
-            throw;
-        }
-    }
-
     void begin();
     void commit();
     void rollback();
-    bool inTransaction() const noexcept { return m_transaction == Transaction::Active || isLost(); }
+    bool inTransaction() const noexcept { return m_transaction == Transaction::Active; }
 
 private:
     /// Where the one level of transaction stands.
     enum class Transaction {
         None,
         Active,
-        Lost,        ///< the engine has rolled back by itself; the owner has still to end the level
         CommitFailed ///< ended and rolled back; a roll-back by the owner's failure path is still due
     };
-    enum class Mark { Transaction, Savepoint };
-    Mark openMark();
-    void closeMark(Mark mark);
-    void undoMark(Mark mark) noexcept;
-    bool isLost() const noexcept;
-    void requireWritable();
+    void run(const sql::Step &step);
+    void writeBetween(const char *start, const std::vector<sql::Step> &steps, const char *end);
+    void writeDrawn(const std::vector<sql::Step> &steps);
+    void undo() noexcept;
+    /// Whether the engine has rolled back by itself, and the owner has still to end the level.
+    bool isLost() const noexcept { return inTransaction() && m_engine.autocommit(); }
+    void requireWritable() const;
     void readCatalog();
 
     Engine m_engine;

@@ -4,8 +4,6 @@
 #include "platform/database/sql/ddl.h"
 #include "platform/database/sql/storage.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace database
 {
 
@@ -48,28 +46,35 @@ std::pair<qint64, std::vector<Value>> TableAccess::insert(const std::vector<Cell
     for (const Cell &cell : cells)
         values[std::size_t(cell.column)] = cell.value;
 
-    qint64 rowid = 0;
-    m_session.atomically([&] {
-        sql::Step step{"insert into " + sql::quotedName(m_table.name) + " values (", {}};
-        const sql::CatalogColumn *counter = nullptr;
-        for (std::size_t index = 0; index < values.size(); ++index) {
-            const sql::CatalogColumn &column = m_table.columns[index];
-            if (column.counter) {
-                if (values[index].isNull())
-                    values[index] = drawCounter();
-                else
-                    counter = &column;
-            }
-            step.parameters.push_back(sql::toStorage(values[index], column.type));
-            step.text += (index ? ",?" : "?") + QByteArray::number(int(index) + 1);
+    sql::Step row{"insert into " + sql::quotedName(m_table.name) + " values (", {}};
+    std::vector<sql::Step> steps;
+    std::vector<sql::Step> behind;
+    for (std::size_t index = 0; index < values.size(); ++index) {
+        const sql::CatalogColumn &column = m_table.columns[index];
+        if (index > 0)
+            row.text += ',';
+        if (column.counter && values[index].isNull()) {
+            steps.push_back(sql::drawCounterStep(m_table.name));
+            row.parameters.push_back(m_table.name.toUtf8());
+            row.text += "(select last from system_counters where table_name = ?" +
+                        QByteArray::number(qsizetype(row.parameters.size())) + ')';
+            continue;
         }
-        step.text += ')';
-        m_session.run(step);
-        rowid = m_session.engine().lastRowid();
-        if (counter) // a number of the caller's own
-            m_session.run(sql::raiseCounterStep(m_table.name, counter->name));
-    });
-    return {rowid, values};
+        if (column.counter) // a number of the caller's own
+            behind.push_back(sql::raiseCounterStep(m_table.name, column.name));
+        row.parameters.push_back(sql::toStorage(values[index], column.type));
+        row.text += '?' + QByteArray::number(qsizetype(row.parameters.size()));
+    }
+    row.text += ')';
+    steps.push_back(std::move(row));
+    steps.insert(steps.end(), behind.begin(), behind.end());
+    m_session.write(steps);
+
+    const qint64 rowid = m_session.engine().lastRowid();
+    const auto written = read({rowid, {}});
+    if (!written)
+        throw data_errors::rowNotLocated();
+    return {rowid, *written};
 }
 
 void TableAccess::update(const Key &key, const std::vector<Cell> &cells)
@@ -78,11 +83,9 @@ void TableAccess::update(const Key &key, const std::vector<Cell> &cells)
     for (const Cell &cell : cells)
         add(step, cell, &cell == &cells.front() ? " set " : ",", " = ?");
     addKey(step, key);
-    m_session.atomically([&] {
-        m_session.run(step);
-        if (m_session.engine().changes() == 0)
-            throw data_errors::rowNotLocated();
-    });
+    m_session.write({step});
+    if (m_session.engine().changes() == 0)
+        throw data_errors::rowNotLocated();
 }
 
 std::optional<std::vector<Value>> TableAccess::read(const Key &key)
@@ -111,16 +114,6 @@ void TableAccess::addKey(sql::Step &step, const Key &key) const
     step.text += " where rowid = ?" + QByteArray::number(qsizetype(step.parameters.size()));
     for (const Cell &cell : key.identity)
         add(step, cell, " and ", " is ?");
-}
-
-qint32 TableAccess::drawCounter()
-{
-    m_session.run(sql::drawCounterStep(m_table.name));
-    const sql::Parameter drawn =
-        m_session.first({"select last from system_counters where table_name = ?1", {m_table.name.toUtf8()}});
-    if (!std::holds_alternative<qint64>(drawn))
-        throw data_errors::engineFailure(u"The counter of '%1' is missing."_s.arg(m_table.name));
-    return sql::fromStorage(drawn, FieldType::Long).toInt();
 }
 
 } // namespace database

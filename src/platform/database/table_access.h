@@ -47,7 +47,6 @@ private:
     const sql::CatalogColumn &at(int column) const { return m_table.columns[std::size_t(column)]; }
     void add(sql::Step &step, const Cell &cell, const char *separator, const char *sign) const;
     void addKey(sql::Step &step, const Key &key) const;
-    qint32 drawCounter();
 
     Session &m_session;
     sql::CatalogTable m_table; // a copy: the catalogue is read anew when a write fails
