@@ -74,15 +74,8 @@ private:
     /// A timer does not fire inside its own slot; a posted call does, so steps can nest.
     void arm()
     {
-        if (std::exchange(m_posted, true))
-            return;
         QMetaObject::invokeMethod(
-            m_timer.get(),
-            [this] {
-                m_posted = false;
-                tick();
-            },
-            Qt::QueuedConnection);
+            m_timer.get(), [this] { tick(); }, Qt::QueuedConnection);
     }
 
     void tick()
@@ -132,7 +125,6 @@ private:
     }
 
     std::unique_ptr<QTimer> m_timer;
-    bool m_posted = false;
     std::deque<Step> m_steps;
     std::vector<QPointer<QWidget>> m_acting; ///< windows whose actions are on the stack
     int m_idleTicks = 0;

@@ -233,9 +233,13 @@ bool isEnabled(const Screen &screen, const char *name)
 
 void savePicture(QWidget &window, const QString &path)
 {
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    if (!window.grab().save(path, "PNG"))
-        throw std::runtime_error("can't write the picture " + path.toStdString());
+    const QString folder = qEnvironmentVariable("QUVANA_PICTURES");
+    if (QFileInfo(path).isRelative() && folder.isEmpty())
+        return;
+    const QString file = QDir(folder).absoluteFilePath(path);
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    if (!window.grab().save(file, "PNG"))
+        throw std::runtime_error("can't write the picture " + file.toStdString());
 }
 
 testing::AssertionResult processEnded(int exitCode, const std::function<void()> &action)

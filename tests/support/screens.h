@@ -59,7 +59,9 @@ QString textOf(const Screen &screen, const char *name);
 bool isShown(const Screen &screen, const char *name); ///< visible on its screen, shown or not
 bool isEnabled(const Screen &screen, const char *name);
 
-/// Saves a picture of a window to a PNG file and makes its folder.
+/// Saves a picture of a window to a PNG file and makes its folder. A relative path stands for a file in the
+/// folder that the environment's QUVANA_PICTURES names; without it nothing is saved, so a test may leave its
+/// pictures in.
 void savePicture(QWidget &window, const QString &path);
 
 // --- what happens inside of waits

@@ -13,7 +13,11 @@ using namespace Qt::Literals::StringLiterals;
 DatePicker::DatePicker(QWidget *parent) : QDateEdit(parent)
 {
     setTimeSpec(Qt::UTC);
+    // Set under the right-to-left direction, the format would be turned around; digits and slashes need no
+    // turning.
+    setLayoutDirection(Qt::LeftToRight);
     setDisplayFormat(u"dd/MM/yyyy"_s);
+    unsetLayoutDirection();
     setDateRange({1601, 1, 1}, {9999, 12, 31});
     setCalendarPopup(true);
     calendarWidget()->parentWidget()->installEventFilter(this);

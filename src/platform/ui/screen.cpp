@@ -96,8 +96,13 @@ void Screen::makeLegible(QWidget *control)
                       kind == ControlKind::OptionButton || kind == ControlKind::Frame;
     if (text && control->styleSheet().isEmpty())
         control->setAutoFillBackground(true);
-    if (auto *label = qobject_cast<QLabel *>(control); label && label->textFormat() == Qt::AutoText)
-        label->setTextFormat(Qt::PlainText);
+    if (kind == ControlKind::Label) {
+        auto *label = static_cast<QLabel *>(control);
+        if (label->textFormat() == Qt::AutoText)
+            label->setTextFormat(Qt::PlainText);
+        if (label->contentsMargins().isNull())
+            label->setContentsMargins(2, 0, 2, 0); // letters keep off the edge of the opaque box
+    }
     if (!holdsControls(control))
         return;
     control->installEventFilter(this); // tells of controls that are added later

@@ -1,0 +1,163 @@
+#include "core/engine.h"
+#include "demo_screen.h"
+#include "platform/ui/controls.h"
+#include "support/screens.h"
+
+#include <QtCore/QMap>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+class PrepareScreenTest : public testing::Test
+{
+protected:
+    PrepareScreenTest()
+    {
+        engine = {};
+        engine.userFontName = u"Arial"_s;
+        engine.userFontSize = 10;
+        engine.userFontBold = true;
+    }
+    ~PrepareScreenTest() override { engine = {}; }
+};
+
+QMap<QString, int> leftsOf(const Screen &screen)
+{
+    QMap<QString, int> lefts;
+    for (const QObject *object : controlsOf(screen)) {
+        if (const auto *widget = qobject_cast<const QWidget *>(object))
+            lefts.insert(widget->objectName(), widget->x());
+    }
+    return lefts;
+}
+
+QColor groundAt(Screen &screen, int x, int y)
+{
+    return screen.surface()->grab().toImage().pixelColor(x, y);
+}
+
+TEST_F(PrepareScreenTest, TurnsAnArabicScreen)
+{
+    engine.isArabic = true;
+    DemoScreen screen;
+    screen.load();
+    EXPECT_TRUE(screen.rightToLeft());
+    EXPECT_EQ(screen.caption(), u"أفراد العائله"_s);
+    const std::pair<const char *, QString> captions[] = {
+        {"Label1", u"المبلغ"_s},  {"Check1_0", u"ساري"_s},       {"Frame1", u"طريقة الدفع"_s},
+        {"Option1_0", u"نقداً"_s}, {"Command5", u"المستخدمين"_s}, {"mnuOptions", u"خيارات"_s},
+        {"mnuFont", u"الحرف"_s},  {"mnuExit", u"Exit "_s},
+    };
+    for (const auto &[name, caption] : captions)
+        EXPECT_EQ(textOf(screen, name), caption) << name;
+    EXPECT_EQ(engine.textAreYouSure, u"هل أنت متأكد؟ "_s);
+    EXPECT_EQ(engine.textSaveChanges, u"هل تريد حفظ هذه التحديثات؟"_s);
+    EXPECT_EQ(engine.languageSuffix, u"ar"_s);
+
+    // 400 - (left + width); grids, options and lines stay; a frame's controls mirror within it (160 wide).
+    const QMap<QString, int> mirrored{
+        {u"Label1"_s, 320},   {u"txtAmount"_s, 190}, {u"txtNote"_s, 10},      {u"Check1_0"_s, 300},
+        {u"Frame1"_s, 230},   {u"Command5"_s, 90},   {u"Option1_0"_s, 80},    {u"Combo1"_s, 120},
+        {u"DTPicker1"_s, 10}, {u"FGrid"_s, 180},     {u"Line1"_s, 20},        {u"cmdFirst"_s, 135},
+        {u"cmdLast"_s, 330},  {u"cmdNext"_s, 265},   {u"cmdPrevious"_s, 200}, {u"StatusBar1"_s, 0},
+        {u"mnuOptions"_s, 0},
+    };
+    EXPECT_EQ(leftsOf(screen), mirrored);
+    const auto right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
+    EXPECT_EQ(control<QLabel>(screen, "Label1").alignment(), right);
+    EXPECT_EQ(control<QLineEdit>(screen, "txtAmount").alignment(), right);
+    EXPECT_EQ(screen.panel->text(), u"Save"_s); // status bars are never touched
+    EXPECT_EQ(screen.panel->alignment(), Qt::AlignRight);
+
+    MirrorControls(screen);            // and back
+    DemoScreen other(u"frmRevenue"_s); // one of the three that never mirror here
+    other.load();
+    EXPECT_EQ(leftsOf(screen), leftsOf(other));
+    EXPECT_EQ(control<QLabel>(other, "Label1").x(), 10);
+}
+
+TEST_F(PrepareScreenTest, LeavesAnEnglishScreenInPlace)
+{
+    DemoScreen screen;
+    screen.load();
+    EXPECT_FALSE(screen.rightToLeft());
+    EXPECT_EQ(textOf(screen, "Label1"), u"&Amount:"_s);
+    EXPECT_EQ(control(screen, "Label1").x(), 10);
+    EXPECT_EQ(control<QLabel>(screen, "Label1").alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
+    EXPECT_TRUE(control(screen, "FGrid").isRightToLeft()); // in English too
+    EXPECT_EQ(engine.textAreYouSure, u"Are you sure? "_s);
+    EXPECT_EQ(engine.textSaveChanges, u"Do you want to save the changes?"_s);
+    EXPECT_EQ(engine.languageSuffix, u"en"_s);
+    for (const char *name : {"Label1", "txtAmount", "FGrid", "Command5", "StatusBar1"}) {
+        const QFont font = control(screen, name).font();
+        EXPECT_EQ(font.families().constFirst(), u"Arial"_s) << name;
+        EXPECT_EQ(font.pointSize(), 10) << name;
+        EXPECT_TRUE(font.bold()) << name;
+    }
+    EXPECT_NE(screen.menuBar()->font().families().constFirst(), u"Arial"_s);
+
+    DemoScreen three(u"frmThree"_s, false); // no exchange without all four
+    three.load();
+    MirrorControls(three);
+    EXPECT_EQ(control(three, "cmdFirst").x(), 330);
+    EXPECT_EQ(control(three, "cmdNext").x(), 200);
+    EXPECT_EQ(control<QLabel>(three, "Label1").alignment(),
+              Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
+}
+
+TEST_F(PrepareScreenTest, PaintsTheBandsAndLeavesTheFrameInTheGap)
+{
+    DemoScreen screen;
+    screen.load();
+    // 6075 twips: bands of 60 twips or 4 pixels, and 5 pixels of the frame left over at the bottom.
+    const std::tuple<int, int, QColor> cases[] = {
+        {200, 0, QColor(197, 97, 255)},    // band 1
+        {5, 4 * 14, QColor(155, 55, 255)}, // band 15 is the last with a full blue
+        {5, 4 * 15, QColor(152, 52, 252)}, // band 16
+        {5, 4 * 33, QColor(98, 0, 198)},   // green is gone with band 34
+        {5, 4 * 65, QColor(2, 0, 102)},    // band 66
+        {5, 4 * 66 + 3, QColor(0, 0, 99)}, // red is gone with band 67
+        {200, 399, QColor(0, 0, 0)},       // band 100
+        {200, 402, QColor(128, 128, 128)}, // the grey strip at the bottom
+        {200, 404, QColor(0, 0, 0)},       // the line along the edge
+        {1, 402, QColor(255, 255, 255)},   // the white slice in the corner
+        {3, 403, QColor(128, 128, 128)},   // below its diagonal
+    };
+    for (const auto &[x, y, color] : cases)
+        EXPECT_EQ(groundAt(screen, x, y).name().toStdString(), color.name().toStdString()) << x << ',' << y;
+
+    // Style, a place in band 1, and one in band 100. The reversed last band reaches the edge.
+    const std::tuple<int, QPoint, QPoint> styles[] = {
+        {2, {200, 404}, {200, 0}},
+        {3, {0, 280}, {399, 280}},
+        {4, {399, 280}, {0, 280}},
+        {7, {200, 0}, {200, 399}},
+    };
+    for (const auto &[style, first, last] : styles) {
+        screen.clearGround();
+        PaintGradient(screen, 400, 303, 0, style);
+        EXPECT_EQ(groundAt(screen, first.x(), first.y()), QColor(255, 255, 0)) << style;
+        EXPECT_EQ(groundAt(screen, last.x(), last.y()), QColor(100, 3, 0)) << style;
+    }
+}
+
+TEST_F(PrepareScreenTest, KeepsTextReadableOnTheGround)
+{
+    engine.isArabic = true;
+    for (const QString &family : {u"Arial"_s, u"New Roman Times"_s, u"No Such Font"_s}) {
+        engine.userFontName = family;
+        DemoScreen screen;
+        screen.load();
+        auto *late = new QLabel(u"<b>"_s, screen.surface()); // a control that comes after loading
+        late->show();
+        screen.ensurePolished();
+        screen.surface()->grab();
+        EXPECT_TRUE(control(screen, "Label1").autoFillBackground());
+        EXPECT_EQ(control(screen, "Label1").palette().color(QPalette::WindowText), QColor(Qt::black));
+        savePicture(screen, u"demo-"_s + family + u".png"_s);
+        for (const char16_t letter : {u'A', u'\u0645', u'\u0661'})
+            EXPECT_TRUE(control(screen, "Label1").fontMetrics().inFont(letter)) << family.toStdString();
+    }
+}
+} // namespace
