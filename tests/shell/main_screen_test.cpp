@@ -1,0 +1,150 @@
+#include "core/navigation.h"
+#include "platform/runtime/clock.h"
+#include "platform/runtime/dates.h"
+#include "shell/frmMain.h"
+#include "support/screens.h"
+#include "support/store_fixture.h"
+
+#include <QtGui/QAction>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+class MainScreenTest : public StoreFixture
+{
+protected:
+    MainScreenTest()
+    {
+        engine.currentUser = u"agent"_s;
+        addUser();
+        navigation.showRevenue = [this] { opened << u"revenue"_s; };
+        navigation.showExpense = [this] { opened << u"expense"_s; };
+        navigation.showChanges = [this] { opened << u"changes"_s; };
+        navigation.showReports = [this] { opened << u"reports"_s; };
+    }
+    QStringList opened;
+    frmMain screen;
+};
+
+TEST_F(MainScreenTest, OpensTheEntryOverAFitFamilyOnly)
+{
+    screen.load();
+    for (const bool arabic : {true, false}) {
+        engine.isArabic = arabic;
+        ScriptedDialogs dialogs;
+        for (const char *button : {"Command1", "Command2"}) {
+            if (arabic)
+                dialogs.expectMessage(u"معلومات أفراد العائله غير صحيحه أو ناقصه.  يجب إصلاح ذلك أولاً!ً"_s)
+                    .withIcon(MessageIcon::Critical)
+                    .rightAligned();
+            else
+                dialogs
+                    .expectMessage(
+                        u"The family members information is not valid, please correct the problem!"_s)
+                    .rightAligned(false);
+            click(screen, button);
+        }
+    }
+    addMember({.name = u"Ahmad"_s});
+    addMember({.name = u"Salih"_s});
+    for (const char *button : {"Command1", "Command2", "Command3", "Command5"})
+        click(screen, button);
+    EXPECT_EQ(opened, (QStringList{u"expense"_s, u"revenue"_s, u"changes"_s, u"reports"_s}));
+}
+
+TEST_F(MainScreenTest, ChangesItsWordsWithTheLanguageButNotItsPlaces)
+{
+    screen.load();
+    const QPoint place = control(screen, "Command1").pos();
+    chooseMenu(screen, "mnuEnglish"); // in force already: nothing happens
+    EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"english"_s));
+    EXPECT_TRUE(control<QAction>(screen, "mnuEnglish").isChecked());
+
+    chooseMenu(screen, "mnuArabic");
+    EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"arabic"_s));
+    EXPECT_TRUE(control<QAction>(screen, "mnuArabic").isChecked());
+    EXPECT_FALSE(control<QAction>(screen, "mnuEnglish").isChecked());
+    EXPECT_EQ(textOf(screen, "Command1"), u"المصاريف"_s);
+    EXPECT_EQ(textOf(screen, "mnuCompact"), u"صيانة قاعدة البيانات"_s);
+    EXPECT_EQ(screen.caption(), u"صفحة الإختيارات"_s);
+    EXPECT_TRUE(screen.rightToLeft());
+    EXPECT_EQ(control(screen, "Command1").pos(), place);
+    EXPECT_EQ(engine.languageSuffix, u"ar"_s);
+    EXPECT_EQ(Screen::loadedScreens(), QList<Screen *>{&screen});
+
+    engine.dbConnection->close(); // errors are ignored
+    chooseMenu(screen, "mnuEnglish");
+    EXPECT_EQ(textOf(screen, "Command1"), u"Expenses"_s);
+    EXPECT_FALSE(screen.rightToLeft());
+}
+
+TEST_F(MainScreenTest, StoresTheChosenFontAndHoldsTheSessionAtTwelve)
+{
+    screen.load();
+    ScriptedDialogs dialogs;
+    dialogs.expectFont(std::nullopt); // cancelled: silent
+    chooseMenu(screen, "mnuFont");
+    dialogs.expectFont(FontChoice{u"Tahoma"_s, 12, false, 255});
+    chooseMenu(screen, "mnuFont");
+    EXPECT_EQ(rows(u"select fontname,fontsize,fontbold,fontcolor from users"_s),
+              QStringList(u"Tahoma|12|False|255"_s));
+    dialogs.expectFont(FontChoice{u"Tahoma"_s, 13, true, 0});
+    dialogs.expectMessage(
+        u"You have chosen a font size that is too large! 12 is good\r\nلقد إخترت مقاساً كبيراً جداً للحرف وسيصعٍب القرآه أي مقاس أكبر من 12"_s);
+    chooseMenu(screen, "mnuFont");
+    EXPECT_EQ(engine.userFontSize, 12);
+    EXPECT_EQ(rows(u"select fontsize,fontbold from users"_s), QStringList(u"13|True"_s));
+    dialogs.expectFont(FontChoice{u"It's"_s, 9, true, 0});
+    dialogs.expectAnyMessage();
+    chooseMenu(screen, "mnuFont");
+    EXPECT_FALSE(dialogs.shown().back().text.startsWith(u"Run-time"_s)) << "trapped";
+}
+
+TEST_F(MainScreenTest, CompactsAndStamps)
+{
+    setClock([] { return makeDate(2004, 3, 15, 13, 5); });
+    screen.load();
+    ScriptedDialogs dialogs;
+    const QString wait =
+        u"Please wait..  database is being maintained\r\n\r\nفضلا إنتظر قليلا حتى تتم صيانة قاعدة البيانات"_s;
+    dialogs.expectMessage(wait);
+    dialogs.expectMessage(u"Successful\r\nتمت العمليه بنجاح"_s);
+    chooseMenu(screen, "mnuCompact");
+    EXPECT_EQ(rows(u"select lastcompacted from settings"_s), QStringList(u"15/03/2004"_s));
+    EXPECT_TRUE(engine.dbConnection->isOpen());
+
+    engine.compactTempPath = folder() + u"/none/x.mdb"_s;
+    dialogs.expectMessage(wait);
+    dialogs.expectUntrapped(u"76"_s, u"Path not found"_s);
+    EXPECT_TRUE(processEnded(1, [&] { chooseMenu(screen, "mnuCompact"); }));
+}
+
+TEST_F(MainScreenTest, ShowsTheTutorialsEntriesByItsState)
+{
+    engine.tutorialMode = true;
+    screen.load();
+    EXPECT_TRUE(isShown(screen, "lblTutorial") && isShown(screen, "mnuStopTutorial") &&
+                !isShown(screen, "mnuStartTutorial"));
+    engine.tutorialMode = false;
+    ScriptedDialogs dialogs;
+    dialogs.expectMessage(u"You have to Start the tutorial first!"_s);
+    chooseMenu(screen, "mnuGenerateData");
+    EXPECT_FALSE(isShown(screen, "mnuGenerateData"));
+    EXPECT_TRUE(isShown(screen, "mnuStartTutorial"));
+}
+
+TEST_F(MainScreenTest, ClosesEverythingWhenItUnloads)
+{
+    Screen other(u"frmOther"_s);
+    other.load();
+    screen.load();
+    const ConnectionPtr connection = engine.dbConnection;
+    connection->beginTrans(); // which makes the close fail: ignored
+    click(screen, "Command4");
+    EXPECT_EQ(engine.dbConnection, nullptr);
+    EXPECT_TRUE(Screen::loadedScreens().isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,157 @@
+#include "core/program_place.h"
+#include "platform/runtime/clock.h"
+#include "platform/runtime/dates.h"
+#include "platform/ui/application.h"
+#include "shell/frmLogin.h"
+#include "shell/frmMain.h"
+#include "shell/main.h"
+#include "store/schema.h"
+#include "support/screens.h"
+#include "support/store_fixture.h"
+#include "users/frmNewUser.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+const QString lost =
+    u"Database CANNOT BE FOUND! CANNOT continue \r\nقاعدة البيانات ليست في مكانها المعهود   حصل خطأ جسيم ولن يستطيع البرنامج الإكمال"_s;
+const QString createNew =
+    u"Do you want to create a new Database from scratch?  هل ترغب في إنشاء قاعدة بيانات جديده ؟"_s;
+const QString programKey = u"Software\\Lomvex\\quvana"_s;
+
+/// Starts the program as its main function does, on the fixture's place.
+int start()
+{
+    engine = {};
+    resetProcess();
+    setEndsWithLastScreen(true);
+    const int exitCode = runProcess(Main);
+    resetProcess();
+    return exitCode;
+}
+
+void logIn()
+{
+    onModal<frmLogin>([](frmLogin &login) {
+        fill(login, "txtUsername", u"agent"_s);
+        fill(login, "txtPassword", u"secret"_s);
+        click(login, "cmdOK");
+        later([] { static_cast<frmMain *>(engine.mainScreen.data())->unload(); });
+    });
+}
+
+TEST_F(SessionFixture, MakesTheStoreSilentlyAndEndsTheFirstRun)
+{
+    ScriptedDialogs dialogs;
+    dialogs.expectUntrapped(u"3705"_s, u"Operation is not allowed when the object is open."_s);
+    EXPECT_EQ(start(), 1);
+    EXPECT_FALSE(KeyExists(programKey)); // comes with the run that goes through
+    dialogs.expectAnyMessage();          // there is no user yet
+    onModal<frmNewUser>([](frmNewUser &newUser) { newUser.close(); });
+    onModal<frmLogin>([](frmLogin &login) { click(login, "cmdCancel"); });
+    EXPECT_EQ(start(), 0);
+    EXPECT_TRUE(KeyExists(programKey));
+    EXPECT_EQ(engine.deceasedName, u"unknown"_s);
+    EXPECT_EQ(engine.mainScreen, nullptr);
+}
+
+TEST_F(SessionFixture, AsksWhetherALostStoreIsToBeMadeAnew)
+{
+    CreateProgramKey(programKey);
+    ScriptedDialogs dialogs;
+    dialogs.expectMessage(lost);
+    dialogs.expectNo(createNew);
+    EXPECT_EQ(start(), 0);
+    EXPECT_FALSE(QFile::exists(engine.storeFilePath));
+
+    QDir(folder()).mkdir(u"quvana.mdb"_s); // where no store can be made
+    dialogs.expectMessage(lost);
+    dialogs.expectYes(createNew);
+    dialogs.expectMessage(u"File already exists"_s);
+    dialogs.expectMessage(u"db creation failed.. try again later"_s);
+    EXPECT_EQ(start(), 1);
+}
+
+class StartTest : public StoreFixture
+{
+protected:
+    StartTest()
+    {
+        setClock([] { return makeDate(2004, 3, 31, 9, 0); });
+        addUser();
+    }
+    void startWith(const QString &statement)
+    {
+        execute({statement});
+        engine.dbConnection->close();
+        logIn();
+        EXPECT_EQ(start(), 0);
+    }
+};
+
+TEST_F(StartTest, RepairsADateThatIsMissing)
+{
+    startWith(u"update settings set lastcompacted=null, sn=7"_s);
+    EXPECT_EQ(rows(u"select desceased,lastcompacted,sn from settings"_s),
+              QStringList(u"unknown|31/03/2004|7"_s));
+}
+
+TEST_F(StartTest, WritesARowThatIsMissing)
+{
+    startWith(u"delete from settings"_s);
+    EXPECT_EQ(rows(u"select id,desceased,lastcompacted,sn from settings"_s),
+              QStringList(u"(null)|غير معروف|31/03/2004|1"_s));
+    EXPECT_EQ(engine.deceasedName, QString());
+}
+
+TEST_F(StartTest, CompactsWhenTheLastTimeIsThirtyDaysOld)
+{
+    startWith(u"update settings set lastcompacted='02/03/2004'"_s); // 29 days
+    EXPECT_EQ(rows(u"select lastcompacted from settings"_s), QStringList(u"02/03/2004"_s));
+    engine.dbConnection = Connection::create();
+    engine.dbConnection->open(engine.connectionString);
+    ScriptedDialogs dialogs;
+    dialogs.expectAnyMessage(); // please wait
+    dialogs.expectMessage(u"Successful\r\nتمت العمليه بنجاح"_s);
+    startWith(u"update settings set lastcompacted='01/03/2004'"_s);
+    EXPECT_EQ(rows(u"select lastcompacted from settings"_s), QStringList(u"31/03/2004"_s));
+}
+
+TEST_F(StartTest, EndsOnAFileThatIsNoStore)
+{
+    engine.dbConnection->close();
+    QFile file(engine.storeFilePath);
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("no store at all\n");
+    file.close();
+    ScriptedDialogs dialogs;
+    dialogs.expectAnyMessage();
+    EXPECT_EQ(start(), 1);
+    EXPECT_TRUE(dialogs.shown()[0].text.startsWith(u"Run-time error '-2147467259 (80004005)':"_s));
+}
+
+TEST_F(StartTest, RollsBackAnOpenTransactionWhenAFailureIsUntrapped)
+{
+    engine.dbConnection->close();
+    ScriptedDialogs dialogs;
+    dialogs.expectUntrapped(u"3705"_s, u"Operation is not allowed when the object is open."_s).meanwhile([] {
+        EXPECT_FALSE(engine.dbConnection->inTransaction());
+    });
+    onModal<frmLogin>([](frmLogin &login) {
+        QTimer::singleShot(0, &login, [] { // a routine of the program, under the event dispatch
+            engine.dbConnection->beginTrans();
+            engine.dbConnection->execute(u"update settings set sn=5"_s);
+            engine.dbConnection->open(engine.connectionString);
+        });
+    });
+    EXPECT_EQ(start(), 1);
+    EXPECT_EQ(rows(u"select sn from settings"_s), QStringList(u"0"_s));
+}
+
+} // namespace
