@@ -23,8 +23,10 @@ void ElidedLabel::paintEvent(QPaintEvent *event)
 {
     QFrame::paintEvent(event);
     QPainter painter(this);
-    style()->drawItemText(&painter, contentsRect().adjusted(margin(), 0, -margin(), 0),
-                          int(QStyle::visualAlignment(layoutDirection(), alignment())), palette(),
+    // Placed by the language of the screen, written in the direction of the text itself.
+    const Qt::Alignment place = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::AlignAbsolute;
+    painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    style()->drawItemText(&painter, contentsRect().adjusted(margin(), 0, -margin(), 0), int(place), palette(),
                           isEnabled(), shownText(), foregroundRole());
 }
 

@@ -1,7 +1,7 @@
 #include "entry/frmRevenue.h"
 
 #include "core/engine.h"
-#include "entry/entry_texts.h"
+#include "entry/entry_boxes.h"
 #include "entry/member_selection.h"
 #include "entry/posting.h"
 #include "platform/runtime/clock.h"
@@ -48,8 +48,12 @@ frmRevenue::frmRevenue() : Screen(u"frmRevenue"_s), m_ui(std::make_unique<Ui::fr
         takeAsciiDigits(box);
     m_ui->txtNote->setPlainText(u"شرح العمليه\n"_s);
     m_ui->txtRevenueDetail->setPlainText(u"تفاصيل الدفع\n"_s);
-    setAccessibleText(m_ui->txtRevenueDetail, u"Payment detail"_s);
     setFixedWidth(m_ui->surface->minimumWidth());
+    for (QLabel *label : {m_ui->LBLName_0, m_ui->LBLShare_0}) {
+        QPalette white = label->palette();
+        white.setColor(QPalette::Window, Qt::white);
+        label->setPalette(white);
+    }
 
     connect(m_ui->txtAmount, &QLineEdit::returnPressed, this, [this] { txtAmount_KeyPress(enterKey); });
     connect(m_ui->cmdAll, &QPushButton::clicked, this, &frmRevenue::cmdAll_Click);
@@ -80,6 +84,12 @@ void frmRevenue::Form_Load()
     m_ui->ComboGType->setCurrentIndex(0);
 
     m_ui->txtAmount->setLayoutDirection(layoutDirection());
+    writeFrom(m_ui->txtAmount, layoutDirection());
+    writeFrom(m_ui->DTPicker1, layoutDirection());
+    writeFrom(m_ui->txtNote, layoutDirection());
+    writeFrom(m_ui->txtRevenueDetail, layoutDirection());
+    setAccessibleText(m_ui->txtRevenueDetail,
+                      engine.isArabic ? translate(u"paymentdetail"_s) : u"Payment detail"_s);
     m_paymentMethod = u"نقداً"_s;
     m_ui->DTPicker1->setValue(today());
     const Qt::Alignment panelAlignment = engine.isArabic ? Qt::AlignCenter : Qt::AlignLeft;
@@ -100,6 +110,7 @@ void frmRevenue::Form_Load()
                                     return shareCaption(ComputeShare(qint16(relation)));
                                 });
     growToLines();
+    m_ui->txtAmount->setFocus();
 }
 
 void frmRevenue::Form_Unload()

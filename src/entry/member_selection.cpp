@@ -5,7 +5,6 @@
 #include "platform/ui/controls.h"
 
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStyle>
@@ -19,14 +18,15 @@ namespace
 
 constexpr int membersPerLine = 3;
 constexpr int gap = 8;
-constexpr int tickWidth = 26;
+constexpr int tickWidth = 28;
+constexpr int tickInset = 6;
 
 /// One more element of a control array, after the model of its first one.
 template <typename Control>
-Control *loadElement(Control *first, const QString &array, int index)
+Control *loadElement(Control *first, int index)
 {
     auto *element = new Control(first->parentWidget());
-    element->setObjectName(array + u'_' + QString::number(index));
+    element->setObjectName(first->objectName().section(u'_', 0, 0) + u'_' + QString::number(index));
     element->resize(first->size());
     element->setFont(first->font());
     element->setPalette(first->palette());
@@ -35,9 +35,9 @@ Control *loadElement(Control *first, const QString &array, int index)
     return element;
 }
 
-QLabel *loadLabel(QLabel *first, const QString &array, int index)
+ElidedLabel *loadLabel(ElidedLabel *first, int index)
 {
-    auto *label = loadElement<ElidedLabel>(static_cast<ElidedLabel *>(first), array, index);
+    auto *label = loadElement(first, index);
     label->setAlignment(first->alignment());
     label->setMargin(first->margin());
     return label;
@@ -93,7 +93,7 @@ void MemberSelection::rebuildGroups()
 
 void MemberSelection::loadGroup(int index)
 {
-    auto *button = loadElement(m_groups.front(), u"cmdGroup"_s, index);
+    auto *button = loadElement(m_groups.front(), index);
     connect(button, &QPushButton::clicked, this, [this, index] { Q_EMIT groupClicked(index); });
     m_groups.push_back(button);
 }
@@ -148,16 +148,16 @@ void MemberSelection::resizeMembers(int count)
 
 void MemberSelection::loadMember(int index)
 {
-    m_checks.push_back(loadElement(m_checks.front(), u"Check1"_s, index));
-    m_names.push_back(loadLabel(m_names.front(), u"LBLName"_s, index));
-    m_shares.push_back(loadLabel(m_shares.front(), u"LBLShare"_s, index));
+    m_checks.push_back(loadElement(m_checks.front(), index));
+    m_names.push_back(loadLabel(m_names.front(), index));
+    m_shares.push_back(loadLabel(m_shares.front(), index));
 }
 
 void MemberSelection::layOutMember(int index)
 {
     QCheckBox *check = m_checks[size_t(index)];
-    QLabel *name = m_names[size_t(index)];
-    QLabel *share = m_shares[size_t(index)];
+    ElidedLabel *name = m_names[size_t(index)];
+    ElidedLabel *share = m_shares[size_t(index)];
 
     const int width = (m_places.memberArea->widget()->width() + gap) / membersPerLine - gap;
     const int left = m_places.memberArea->widget()->width() - width - index % membersPerLine * (width + gap);
@@ -165,7 +165,7 @@ void MemberSelection::layOutMember(int index)
     const bool tickAtRight = check->layoutDirection() == Qt::RightToLeft;
     const int labels = tickAtRight ? left : left + tickWidth;
 
-    check->setGeometry(tickAtRight ? left + width - tickWidth : left, top, tickWidth,
+    check->setGeometry(tickAtRight ? left + width - tickWidth : left + tickInset, top, tickWidth - tickInset,
                        name->height() + share->height());
     name->setGeometry(labels, top, width - tickWidth, name->height());
     share->setGeometry(labels, top + name->height(), width - tickWidth, share->height());
@@ -239,7 +239,7 @@ void MemberSelection::clearTicks()
 
 void MemberSelection::clearShares()
 {
-    for (QLabel *share : m_shares)
+    for (ElidedLabel *share : m_shares)
         share->clear();
 }
 

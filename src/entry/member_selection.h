@@ -9,15 +9,15 @@
 #include <functional>
 #include <vector>
 
+class ElidedLabel;
 class QCheckBox;
-class QLabel;
 class QPushButton;
 class QScrollArea;
 
 /// The members of an entry screen: the parallel control arrays `Check1`, `LBLName` and `LBLShare` with one
 /// element for each listed member, and the array of group buttons. The first element of each array stands
-/// in the Designer file; the others are loaded after its model. The index is the only link between a tick
-/// and a name.
+/// in the Designer file; the others are loaded after its model and named after it. The index is the only link
+/// between a tick and a name.
 class MemberSelection : public QObject
 {
     Q_OBJECT
@@ -27,8 +27,8 @@ public:
     struct Places {
         QScrollArea *memberArea;
         QCheckBox *check;
-        QLabel *name;
-        QLabel *share;
+        ElidedLabel *name;
+        ElidedLabel *share;
         QScrollArea *groupArea;
         QPushButton *group;
     };
@@ -79,8 +79,8 @@ private:
     int groupsPerLine() const;
 
     Places m_places;
-    std::vector<QCheckBox *> m_checks; ///< Check1
-    std::vector<QLabel *> m_names;     ///< LBLName
-    std::vector<QLabel *> m_shares;    ///< LBLShare
+    std::vector<QCheckBox *> m_checks;   ///< Check1
+    std::vector<ElidedLabel *> m_names;  ///< LBLName
+    std::vector<ElidedLabel *> m_shares; ///< LBLShare
     std::vector<QPushButton *> m_groups;
 };

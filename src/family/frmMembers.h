@@ -34,6 +34,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// Indexes of txtFields.
+    enum Field { fieldName, fieldSex, fieldTitle, fieldRelation, fieldDob, fieldGroup, fieldLastUpdate };
+
     void adoPrimaryRS_MoveComplete();
     void adoPrimaryRS_WillChangeRecord(RecordChange &change);
     void cmdAdd_Click();
@@ -55,6 +58,8 @@ private:
     void mnuDesceased_Click();
     void mnuExit_Click();
 
+    /// Runs a command that shows its failure's description and leaves.
+    static void showingFailures(const std::function<void()> &command);
     void bindGrid();
     void formatGrid();
     void setButtons(bool browsing);
@@ -69,6 +74,7 @@ private:
     void showRowValues();
     void hideChoosers();
     void setFilter(const QString &filter);
+    void showChooser(QWidget *chooser, int index);
     const QStringList *namesOf(int index) const;
 
     std::unique_ptr<Ui::frmMembers> m_ui;

@@ -2,6 +2,8 @@
 
 #include <QtCore/QString>
 
+class QDateEdit;
+class QLineEdit;
 class QPlainTextEdit;
 class QWidget;
 
@@ -10,3 +12,8 @@ void refuse(const QString &message, QWidget *boxAtFault);
 
 /// The content of a box of several lines with the line ends that the store keeps: CR LF.
 QString linesOf(const QPlainTextEdit *box);
+
+/// Writes a box's text from the side where the session's language begins, digits and empty text too.
+void writeFrom(QLineEdit *box, Qt::LayoutDirection direction);
+void writeFrom(QDateEdit *box, Qt::LayoutDirection direction);
+void writeFrom(QPlainTextEdit *box, Qt::LayoutDirection direction);
