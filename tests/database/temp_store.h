@@ -35,6 +35,13 @@ std::string outcome(Work &&work)
     }
 }
 
+/// The number of the failure; 0 for none.
+template <typename Work>
+int number(Work &&work)
+{
+    return std::atoi(outcome(work).c_str());
+}
+
 /// What a piece of work gives in a process of its own, as its exit status; 99 when it throws.
 template <typename Work>
 int inChild(Work &&work)

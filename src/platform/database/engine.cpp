@@ -233,7 +233,7 @@ void Engine::setUp(const QByteArray &schema)
 
 void Engine::attach(const QString &path, const QString &password, const QByteArray &name)
 {
-    run(sql::Step{"attach database ?1 as " + name + " key ?2", {path.toUtf8(), password.toUtf8()}});
+    run(sql::Step{"attach database ?1 as " + name + " key ?2", {QFile::encodeName(path), password.toUtf8()}});
     for (const char *setting : cipherSettings)
         run("pragma " + name + '.' + setting);
     setUp(name);

@@ -193,7 +193,8 @@ void Recordset::open(const QString &source, const ConnectionPtr &connection, Cur
         throw;
     }
     d->select({});
-    connection->attach(shared_from_this());
+    const auto keep = shared_from_this(); // a handler may let go of the set
+    connection->attach(keep);
     rowsChanged.raise();
     moveComplete.raise();
 }
