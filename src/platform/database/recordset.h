@@ -36,7 +36,9 @@ inline constexpr int positionEof = -3;
 ///
 /// The rows are a snapshot, read completely at open() and held column-wise: writes of others are not seen
 /// until requery() or resync(). A set over one table without grouping or distinct, opened with a lock other
-/// than read-only, is updatable: writes go to the store at update() and change the snapshot with it.
+/// than read-only, is updatable: writes go to the store at update() and change the snapshot with it. A
+/// transaction's roll-back does not reach the snapshot; requery() does. A row that an edit takes out of the
+/// filter, and a new row outside it, stay shown until the filter is set again.
 ///
 /// Field names are found without regard to case; the first of two equal names is taken. Unless said otherwise
 /// a routine throws RuntimeError 3704 on a closed set, 3021 without a current row, 3265 for an unknown field,
@@ -100,7 +102,9 @@ public:
     /// Runs the statement again. The filter stays in force; the first row becomes current.
     /// @throws RuntimeError 3219 while a row is being edited or added.
     void requery();
-    /// Reads the rows that are present anew from the store; rows that others have added are not seen.
+    /// Reads the rows that are present anew from the store; rows that others have added are not seen, and one
+    /// that was removed stays as it was read. @throws RuntimeError 3219 while a row is being edited or added,
+    /// 3251 when the rows are not those of one table.
     void resync();
 
     // --- fields
@@ -117,13 +121,16 @@ public:
     Value originalValue(int index) const;
     Value originalValue(const QString &name) const;
     /// Starts an edit of the current row if none is open. The value is converted to the field's type.
-    /// @throws RuntimeError -2147217887 for a value that does not fit the field, 3712 when a handler refused.
+    /// @throws RuntimeError -2147217887 for a value that does not fit the field, 3712 when a handler refused,
+    /// 3251 on a set that is not updatable. What only the store can tell (a duplicate, a refused empty text)
+    /// comes with update().
     void setValue(int index, const Value &value);
     void setValue(const QString &name, const Value &value);
 
     // --- changing rows
 
-    /// Starts a new row; an open new row or edit is saved first.
+    /// Starts a new row; an open new row or edit is saved first. It holds the columns' defaults, and stands
+    /// behind the last row once it is saved. @throws RuntimeError 3251 on a set that is not updatable
     void addNew();
     /// Writes the edited or new row to the store, which is durable then (or with the transaction). Without a
     /// change it does nothing. On a failure the edit stays open and the store is as before.

@@ -29,7 +29,6 @@ Value fitted(const Value &value, const FieldInfo &field)
 
 void Recordset::announce(ChangeReason reason)
 {
-    const auto keep = shared_from_this();
     RecordChange change{reason};
     {
         const QScopedValueRollback guard(d->inEvent, true);
@@ -43,6 +42,7 @@ void Recordset::announce(ChangeReason reason)
 void Recordset::setValue(int index, const Value &value)
 {
     d->requireUpdatable();
+    const auto keep = shared_from_this(); // a handler may let go of the set
     const FieldInfo &field = d->field(index);
     if (d->mode != EditMode::Add)
         d->currentRow();
@@ -53,7 +53,6 @@ void Recordset::setValue(int index, const Value &value)
         announce(ChangeReason::FirstChange);
         d->mode = EditMode::InProgress;
     }
-    const auto keep = shared_from_this();
     d->changes[index] = fit;
     fieldChanged.raise(index);
 }
@@ -66,6 +65,7 @@ void Recordset::setValue(const QString &name, const Value &value)
 void Recordset::addNew()
 {
     d->requireUpdatable();
+    const auto keep = shared_from_this(); // a handler may let go of the set
     leaveRow();
     announce(ChangeReason::AddNew);
     std::vector<int> columns;
@@ -78,13 +78,13 @@ void Recordset::addNew()
     d->changes.clear();
     d->returnPosition = d->position;
     d->mode = EditMode::Add;
-    const auto keep = shared_from_this();
     moveComplete.raise();
 }
 
 void Recordset::update()
 {
     d->requireIdle();
+    const auto keep = shared_from_this(); // a handler may let go of the set
     if (d->mode == EditMode::None)
         return;
     announce(ChangeReason::Update);
@@ -114,18 +114,17 @@ void Recordset::update()
     }
     d->mode = EditMode::None;
     d->changes.clear();
-    const auto keep = shared_from_this();
     rowsChanged.raise();
 }
 
 void Recordset::cancelUpdate()
 {
     d->requireIdle();
+    const auto keep = shared_from_this(); // a handler may let go of the set
     if (d->mode == EditMode::None)
         return;
     const bool adding = d->mode == EditMode::Add;
     announce(adding ? ChangeReason::UndoAddNew : ChangeReason::UndoUpdate);
-    const auto keep = shared_from_this();
     const auto changes = std::exchange(d->changes, {});
     d->mode = EditMode::None;
     if (adding)
