@@ -57,11 +57,14 @@ function(quvana_program name)
     target_link_options(${name} PRIVATE -Wl,--exclude-libs,libsqlcipher.a -Wl,-z,noexecstack)
 endfunction()
 
-# quvana_test(name SOURCES files... LINK libraries...): a GoogleTest program that runs without a display.
+# How tests run: without a display, in no language of the machine, and a leak fails.
+set(QUVANA_TEST_ENVIRONMENT
+    "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0")
+
+# quvana_test(name SOURCES files... LINK libraries...): a GoogleTest program.
 function(quvana_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     quvana_program(${name} SOURCES ${arg_SOURCES} LINK ${arg_LINK} GTest::gtest GTest::gmock)
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
-        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0")
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${QUVANA_TEST_ENVIRONMENT}")
 endfunction()

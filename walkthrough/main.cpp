@@ -28,9 +28,7 @@ void runProgram()
 {
     engine = {};
     resetProcess();
-    runGuarded(Main);
-    if (!processEnding() && !Screen::loadedScreens().isEmpty())
-        QCoreApplication::exec();
+    runProcess(Main);
 }
 
 /// Reads the store anew and prints its ledger; true when it is what the story must leave.

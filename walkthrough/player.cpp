@@ -1,8 +1,10 @@
 #include "player.h"
 
+#include "platform/ui/application.h"
 #include "platform/ui/screen.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QTimer>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
 #include <QtWidgets/QAbstractItemView>
@@ -24,7 +26,7 @@ namespace
 {
 
 constexpr int pollInterval = 10;    // milliseconds
-constexpr qint64 patience = 30'000; // milliseconds that a step may wait
+constexpr qint64 patience = 10'000; // milliseconds that a step may wait
 
 [[noreturn]] void fail(const QString &why)
 {
@@ -59,8 +61,6 @@ QString display()
 Player::Player(const QString &pictureFolder) : m_pictureFolder(pictureFolder)
 {
     QDir().mkpath(pictureFolder);
-    m_timer.setInterval(pollInterval);
-    connect(&m_timer, &QTimer::timeout, this, &Player::poll);
 }
 
 void Player::step(const QString &what, std::function<bool()> ready, Action action)
@@ -111,33 +111,49 @@ void Player::picture(const QWidget &window, const QString &name)
 void Player::play()
 {
     m_waited = 0;
-    m_timer.start();
+    arm();
+}
+
+// A timer is not raised again inside of its own event, and a step may serve events of its own: each look has
+// a new timer.
+void Player::arm()
+{
+    QTimer::singleShot(pollInterval, this, &Player::poll);
+}
+
+void Player::stop(const QString &why)
+{
+    m_failure = why;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->isVisible())
+            window->grab().save(u"%1/stopped-%2.png"_s.arg(m_pictureFolder, window->objectName()));
+    }
+    endProcess(1);
 }
 
 void Player::poll()
 {
-    if (m_steps.empty()) {
-        m_timer.stop();
+    if (m_steps.empty())
         return;
-    }
-    if (!m_steps.front().ready()) {
+    // Looked at twice: the routine behind a dialog that was just answered runs first.
+    const bool ready = m_steps.front().ready();
+    const bool steady = ready && m_wasReady;
+    m_wasReady = ready && !steady;
+    if (!steady) {
         m_waited += pollInterval;
-        if (m_waited > patience) {
-            m_failure = u"waiting for %1; on the display: %2"_s.arg(m_steps.front().what, display());
-            m_timer.stop();
-            QCoreApplication::exit(1);
-        }
+        if (m_waited > patience)
+            stop(u"waiting for %1; on the display: %2"_s.arg(m_steps.front().what, display()));
+        arm();
         return;
     }
     const Step step = m_steps.front();
     m_steps.pop_front();
     m_waited = 0;
+    arm();
     try {
         step.action();
     } catch (const std::runtime_error &error) {
-        m_failure = u"%1: %2"_s.arg(step.what, QString::fromUtf8(error.what()));
-        m_timer.stop();
-        QCoreApplication::exit(1);
+        stop(u"%1: %2"_s.arg(step.what, QString::fromUtf8(error.what())));
     }
 }
 

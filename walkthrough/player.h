@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QtCore/QObject>
-#include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
 #include <deque>
@@ -49,11 +48,13 @@ private:
         std::function<bool()> ready;
         Action action;
     };
+    void arm();
     void poll();
+    [[noreturn]] void stop(const QString &why);
 
     std::deque<Step> m_steps;
-    QTimer m_timer;
     qint64 m_waited = 0; ///< milliseconds since the last step was played
+    bool m_wasReady = false;
     QString m_failure;
     QString m_pictureFolder;
     int m_pictures = 0;

@@ -13,7 +13,12 @@ namespace
 
 const QString password = u"s3cret"_s;
 
-void addPerson(Player &player, const Person &person)
+QString question(const Story &story)
+{
+    return story.arabic ? u"هل أنت متأكد"_s : u"Are you sure"_s;
+}
+
+void addPerson(Player &player, const Story &story, const Person &person)
 {
     player.on(u"frmMembers"_s, [person](Screen &screen) {
         hand::click(screen, "cmdAdd");
@@ -27,7 +32,7 @@ void addPerson(Player &player, const Person &person)
         hand::type(screen, "txtFields_5", person.group);
         hand::click(screen, "cmdUpdate");
     });
-    player.acceptMessage({});
+    player.acceptMessage(question(story));
 }
 
 } // namespace
@@ -137,9 +142,9 @@ void playRevenue(Player &player, const Story &story, const std::function<void()>
     });
     player.on(u"frmMembers"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuDesceased", nullptr); });
     player.answerInput(story.deceased);
-    player.acceptMessage({}); // are you sure?
+    player.acceptMessage(question(story));
     for (const Person &person : story.family)
-        addPerson(player, person);
+        addPerson(player, story, person);
     player.on(u"frmMembers"_s, [&player, name](Screen &screen) {
         hand::click(screen, "cmdRefresh");
         player.picture(screen, name + u"-frmMembers"_s);
@@ -155,7 +160,7 @@ void playRevenue(Player &player, const Story &story, const std::function<void()>
         player.picture(screen, story.name + u"-frmRevenue"_s);
         hand::click(screen, "cmdEntry");
     });
-    player.acceptMessage({}); // are you sure?
+    player.acceptMessage(question(story));
     player.acceptMessage(u"Successful Entry"_s);
     player.on(u"frmRevenue"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
     player.on(u"frmMain"_s, [lastly](Screen &screen) {

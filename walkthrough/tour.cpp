@@ -4,6 +4,7 @@
 #include "entry/frmRevenue.h"
 #include "family/frmMembers.h"
 #include "platform/ui/application.h"
+#include "platform/ui/controls.h"
 #include "presentation/prepare_screen.h"
 #include "shell/frmLogin.h"
 #include "shell/frmMain.h"
@@ -11,6 +12,7 @@
 #include "users/frmNewUser.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QHash>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -29,7 +31,8 @@ void takePicture(Screen &screen, const QString &file)
     screen.grab().save(file);
 }
 
-/// Loads an instance of its own and drops it without unloading: the main screen's unload would close the store.
+/// Loads an instance of its own and drops it without unloading: the main screen's unload would close the
+/// store.
 template <typename Class>
 void pictureOf(const QString &folder, const QString &suffix)
 {
@@ -39,11 +42,22 @@ void pictureOf(const QString &folder, const QString &suffix)
     takePicture(screen, folder + u'/' + screen.objectName() + suffix);
 }
 
-/// The login screen chooses Arabic by itself when it loads: it is prepared here without loading.
-void pictureOfLogin(const QString &folder, const QString &suffix)
+/// The login screen chooses Arabic by itself when it loads: for an English picture its own captions are put
+/// back.
+void pictureOfLogin(const QString &folder, const QString &suffix, bool arabic)
 {
     frmLogin screen;
-    PrepareScreen(screen);
+    QHash<QObject *, QString> captions;
+    for (QObject *control : controlsOf(screen))
+        captions.insert(control, captionOf(control));
+    screen.load();
+    if (!arabic) {
+        engine.isArabic = false;
+        for (auto it = captions.cbegin(); it != captions.cend(); ++it)
+            setCaption(it.key(), it.value());
+        MirrorControls(screen);
+        PrepareScreen(screen);
+    }
     screen.show();
     takePicture(screen, folder + u'/' + screen.objectName() + suffix);
 }
@@ -53,7 +67,7 @@ void pictureOfLogin(const QString &folder, const QString &suffix)
 void takeTour(const QString &folder)
 {
     QDir().mkpath(folder);
-    const Engine before = engine;
+    const Engine before = engine; // frmLogin also sets the user: all of it is put back at the end
     for (const Look look :
          {Look{true, 8, true}, Look{false, 8, true}, Look{true, 12, false}, Look{false, 12, false}}) {
         engine.isArabic = look.arabic;
@@ -61,16 +75,12 @@ void takeTour(const QString &folder)
         engine.userFontSize = look.points;
         engine.userFontBold = look.bold;
         const QString suffix = u"-%1-%2.png"_s.arg(look.arabic ? u"arabic"_s : u"english"_s).arg(look.points);
-        pictureOfLogin(folder, suffix);
+        pictureOfLogin(folder, suffix, look.arabic);
         pictureOf<frmMain>(folder, suffix);
         pictureOf<frmNewUser>(folder, suffix);
         pictureOf<frmChanges>(folder, suffix);
         pictureOf<frmMembers>(folder, suffix);
         pictureOf<frmRevenue>(folder, suffix);
     }
-    engine.isArabic = before.isArabic;
-    engine.languageSuffix = before.languageSuffix;
-    engine.userFontName = before.userFontName;
-    engine.userFontSize = before.userFontSize;
-    engine.userFontBold = before.userFontBold;
+    engine = before;
 }
