@@ -32,12 +32,12 @@ public:
         put(new QLineEdit(QStringLiteral("1000")), "txtAmount", {90, 40, 120, 24});
         put(new QPlainTextEdit(QStringLiteral("note")), "txtNote", {220, 40, 170, 60});
         put(new QCheckBox(QStringLiteral("Valid")), "Check1_0", {10, 75, 90, 24});
-        auto *frame = put(new QGroupBox(QStringLiteral("Payment Method")), "Frame1", {10, 110, 160, 100});
+        auto *frame = put(new QGroupBox(QStringLiteral("Payment Method")), "Frame1", {10, 110, 160, 70});
         put(new QPushButton(QStringLiteral("Users")), "Command5", {10, 30, 60, 26}, frame);
         put(new QRadioButton(QStringLiteral("Cash")), "Option1_0", {80, 30, 70, 24}, frame);
         put(new QComboBox, "Combo1", {180, 110, 100, 24})->addItem(QStringLiteral("نقداً"));
         put(new DatePicker, "DTPicker1", {290, 110, 100, 24});
-        put(new FlexGrid, "FGrid", {180, 145, 210, 100});
+        put(new FlexGrid, "FGrid", {180, 145, 210, 70});
         auto *line = put(new QFrame, "Line1", {20, 255, 100, 3});
         line->setFrameShape(QFrame::HLine);
         put(new QPushButton(QStringLiteral("First")), "cmdFirst", {10, 290, 60, 26});

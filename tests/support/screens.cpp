@@ -100,9 +100,8 @@ QWidget *takeUp(Screen &screen, const char *name)
     if (!box)
         return nullptr;
     box->setFocus(Qt::OtherFocusReason);
-    if (QWidget *inner = box->findChild<QLineEdit *>())
-        return inner;
-    return box;
+    auto *combo = qobject_cast<QComboBox *>(box);
+    return combo && combo->lineEdit() ? combo->lineEdit() : box;
 }
 } // namespace
 
@@ -150,6 +149,10 @@ void fill(Screen &screen, const char *name, const QString &text)
     QWidget *box = takeUp(screen, name);
     if (!box)
         return;
+    if (auto *date = qobject_cast<QDateTimeEdit *>(box)) {
+        date->setSelectedSection(QDateTimeEdit::DaySection);
+        return typeKeys(box, QString(text).remove(u'/')); // a full part goes on to the next by itself
+    }
     sendKey(box, Qt::Key_A, Qt::ControlModifier, {});
     if (text.isEmpty())
         sendKey(box, Qt::Key_Delete, Qt::NoModifier, {});

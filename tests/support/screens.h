@@ -43,7 +43,7 @@ void click(Screen &screen, const char *name);
 void clickCell(FlexGrid &grid, int row, int column);
 /// Puts the focus on a control and types, key by key; a line feed is the Enter key.
 void typeText(Screen &screen, const char *name, const QString &text);
-/// The same in place of what the box holds.
+/// The same in place of what the box holds; in a date picker `dd/MM/yyyy`.
 void fill(Screen &screen, const char *name, const QString &text);
 /// Pastes from the clipboard in place of what the box holds: for long texts.
 void paste(Screen &screen, const char *name, const QString &text);

@@ -5,6 +5,8 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QLocale>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCalendarWidget>
 
@@ -38,6 +40,27 @@ QValidator::State DatePicker::validate(QString &input, int &position) const
 {
     input = asciiDigits(input);
     return QDateEdit::validate(input, position);
+}
+
+void DatePicker::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier))
+        return dropDown();
+    const QString text = asciiDigits(event->text());
+    if (text == event->text())
+        return QDateEdit::keyPressEvent(event);
+    QKeyEvent ascii(event->type(), text.at(0).unicode(), event->modifiers(), text);
+    QDateEdit::keyPressEvent(&ascii);
+}
+
+void DatePicker::dropDown()
+{
+    // Only a press on its arrow opens the calendar at its place.
+    constexpr int intoArrow = 6;
+    const QPoint arrow(isRightToLeft() ? intoArrow : width() - intoArrow, height() / 2);
+    QMouseEvent press(QEvent::MouseButtonPress, arrow, mapToGlobal(arrow), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    mousePressEvent(&press);
 }
 
 bool DatePicker::eventFilter(QObject *watched, QEvent *event)

@@ -2,7 +2,8 @@
 
 #include <QtWidgets/QDateEdit>
 
-/// The date picker: always a date, 1601 to 9999, shown `dd/MM/yyyy` with a calendar that drops down.
+/// The date picker: always a date, 1601 to 9999, shown `dd/MM/yyyy` with a calendar that drops down on a
+/// click on its arrow, F4 or Alt+Down. Arabic-Indic digits are taken as ASCII ones.
 class DatePicker : public QDateEdit
 {
     Q_OBJECT
@@ -20,8 +21,11 @@ Q_SIGNALS:
 
 protected:
     QValidator::State validate(QString &input, int &position) const override;
+    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void dropDown();
+
     QDateTime m_set;
 };

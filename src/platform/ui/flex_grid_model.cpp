@@ -80,8 +80,22 @@ void FlexGrid::Model::reload()
         m_alignments << (isNumber(field.type) ? Qt::AlignTrailing : Qt::AlignLeading);
     }
     m_headings = m_fieldNames;
+    keepTexts();
     endResetModel();
     m_reloaded();
+}
+
+void FlexGrid::Model::keepTexts()
+{
+    constexpr qint64 mostCells = 20000;
+    const int fields = m_rows->fieldCount();
+    if (qint64(m_rows->rowCount()) * fields > mostCells)
+        return;
+    for (int row = 0; row < m_rows->rowCount(); ++row) {
+        for (int field = 0; field < fields; ++field)
+            m_texts.insert({row, field + m_fixedCols}, m_rows->valueAt(row, field).toText());
+    }
+    m_rows.reset();
 }
 
 QString FlexGrid::Model::text(int row, int column) const
@@ -90,7 +104,8 @@ QString FlexGrid::Model::text(int row, int column) const
     if (set != m_texts.constEnd())
         return *set;
     const int field = column - m_fixedCols;
-    if (!m_rows || field < 0 || field >= m_rows->fieldCount() || row >= m_rows->rowCount())
+    if (!m_rows || !m_rows->isOpen() || field < 0 || field >= m_rows->fieldCount() ||
+        row >= m_rows->rowCount())
         return {};
     return m_rows->valueAt(row, field).toText();
 }

@@ -40,6 +40,8 @@ public:
 private:
     void unbind();
     void reload();
+    /// Keeps all texts of a set that is not too large, which then stay when it is closed.
+    void keepTexts();
     /// The text with the marks that keep it as it is written inside a line from right to left.
     QString shown(const QString &text) const;
 
@@ -47,13 +49,13 @@ private:
     std::function<void()> m_reloaded;
     RecordsetPtr m_source;
     int m_connection = 0;
-    RecordsetPtr m_rows; ///< a view of its own of the source's rows, which outlives their closing
+    RecordsetPtr m_rows; ///< a view of its own of the source's rows; null when all texts are kept
     int m_rowCount = 1;
     int m_fixedCols = 1;
     QStringList m_headings;
     QStringList m_fieldNames;
     QList<Qt::Alignment> m_alignments;
-    QHash<std::pair<int, int>, QString> m_texts; ///< those that were set
+    QHash<std::pair<int, int>, QString> m_texts; ///< those that were set or are kept
     QHash<int, QColor> m_rowColors;
     QHash<std::pair<int, int>, QColor> m_cellColors;
 };

@@ -145,6 +145,7 @@ void setMessageText(QMessageBox &box, const MessageRequest &request)
     label->setTextFormat(Qt::PlainText);
     label->setAlignment((alignment & ~Qt::AlignVCenter) | Qt::AlignTop);
     label->setWordWrap(true);
+    label->setMargin(6);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto *area = new QScrollArea;
     area->setWidget(label);
@@ -224,6 +225,7 @@ std::optional<FontChoice> QtDialogs::font(const FontChoice &initial)
     const Owned box(new QDialog(windowInUse()));
     auto *chooser = new QFontDialog(readableFont(initial.name, initial.size, initial.bold));
     chooser->setWindowFlags(Qt::Widget);
+    chooser->setSizeGripEnabled(false);
     chooser->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
     auto *color = colorBox(initial.color);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);

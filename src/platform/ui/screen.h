@@ -80,7 +80,10 @@ public:
     bool previewKey(QKeyEvent *event);
 
     static void *operator new(std::size_t size);
-    static void *operator new(std::size_t, void *where) noexcept { return where; } // the meta types ask for it
+    static void *operator new(std::size_t, void *where) noexcept
+    {
+        return where;
+    } // the meta types ask for it
     static void operator delete(void *memory);
 
 protected:

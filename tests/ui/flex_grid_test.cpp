@@ -1,0 +1,151 @@
+#include "platform/database/store_file.h"
+#include "platform/runtime/runtime_error.h"
+#include "platform/ui/controls.h"
+#include "platform/ui/twips.h"
+#include "support/screens.h"
+
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtTest/QtTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+class FlexGridTest : public testing::Test
+{
+protected:
+    FlexGridTest()
+    {
+        using Type = ColumnDefinition::Type;
+        const QString path = m_folder.filePath(u"store.mdb"_s);
+        StoreFile file = StoreFile::create(path, u"pw"_s);
+        file.appendTable({u"rows"_s,
+                          {{u"name"_s, Type::Text, 50},
+                           {u"amount"_s, Type::Money},
+                           {u"valid"_s, Type::Boolean},
+                           {u"dob"_s, Type::Date}},
+                          {u"name"_s}});
+        file.close();
+        connection = Connection::create();
+        connection->open(u"Provider=x;Data Source="_s + path + u";Jet OLEDB:Database Password=pw"_s);
+        connection->execute(u"insert into rows (name,amount,valid,dob) values('a',-5.5,true,'03/04/2004')"_s);
+        connection->execute(u"insert into rows (name) values('\u0645\u0631\u0649 7')"_s);
+        connection->execute(u"insert into rows (name,valid) values('c',true)"_s);
+        set = Recordset::create();
+        set->open(u"select name,amount,valid,dob from rows"_s, connection, CursorType::Static,
+                  LockType::Optimistic);
+    }
+
+    static QStringList texts(const FlexGrid &grid, int row)
+    {
+        QStringList cells;
+        for (int column = 0; column < grid.cols(); ++column)
+            cells << grid.textMatrix(row, column);
+        return cells;
+    }
+
+    QTemporaryDir m_folder;
+    ConnectionPtr connection;
+    RecordsetPtr set;
+};
+
+TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
+{
+    FlexGrid grid;
+    int reloads = 0;
+    QObject::connect(&grid, &FlexGrid::reloaded, &grid, [&] { ++reloads; });
+    set->moveLast();
+    grid.setDataSource(set);
+    EXPECT_EQ(grid.rows(), 4);
+    EXPECT_EQ(grid.cols(), 5); // with the empty fixed column
+    EXPECT_EQ(texts(grid, 0), (QStringList{u""_s, u"name"_s, u"amount"_s, u"valid"_s, u"dob"_s}));
+    EXPECT_EQ(texts(grid, 1), (QStringList{u""_s, u"a"_s, u"-5.5"_s, u"True"_s, u"03/04/2004"_s}));
+    EXPECT_EQ(texts(grid, 2), (QStringList{u""_s, u"\u0645\u0631\u0649 7"_s, u""_s, u"False"_s, u""_s}));
+    EXPECT_EQ(grid.row(), 1);
+    EXPECT_EQ(grid.col(), 1);
+
+    grid.setFormatString(u"|<\u0627\u0644\u0625\u0633\u0645|>\u0627\u0644\u0645\u0628\u0644\u063A"_s);
+    EXPECT_EQ(grid.textMatrix(0, 1), u"\u0627\u0644\u0625\u0633\u0645"_s);
+    EXPECT_EQ(grid.textMatrix(0, 3), u"valid"_s);
+    EXPECT_EQ(grid.fieldName(1), u"name"_s); // two names for each column
+    EXPECT_EQ(grid.columnOf(u"VALID"_s), 3);
+    EXPECT_EQ(grid.columnOf(u"none"_s), -1);
+    grid.setTextMatrix(1, 3, u"YES"_s);
+    grid.setColWidth(3, 1500);
+    grid.setRowBackColor(2, QColor(Qt::red));
+    EXPECT_EQ(grid.colWidth(3), 1500);
+
+    set->setFilter(u"valid=true"_s); // reloads raw texts, names and widths
+    EXPECT_EQ(reloads, 2);
+    EXPECT_EQ(grid.rows(), 3);
+    EXPECT_EQ(texts(grid, 1), (QStringList{u""_s, u"a"_s, u"-5.5"_s, u"True"_s, u"03/04/2004"_s}));
+    EXPECT_EQ(grid.textMatrix(2, 1), u"c"_s);
+    EXPECT_EQ(grid.textMatrix(0, 1), u"name"_s);
+    EXPECT_EQ(grid.colWidth(3), 960);
+    EXPECT_EQ(grid.model()->index(1, 1).data(Qt::BackgroundRole).value<QColor>(), QColor(Qt::red));
+    set->moveFirst();
+    grid.setCell(2, 3);
+    EXPECT_EQ(set->absolutePosition(), 1); // nothing of this moves the set
+
+    set->setFilter(u"name='none'"_s);
+    EXPECT_EQ(grid.rows(), 2); // one blank row
+    EXPECT_EQ(texts(grid, 1).join(u""), u""_s);
+    grid.setTopRow(50); // clamped
+    EXPECT_EQ(grid.topRow(), 1);
+
+    set->setFilter({});
+    grid.setDataSource(nullptr);
+    set->close();
+    connection->close();
+    EXPECT_EQ(grid.textMatrix(3, 1), u"c"_s); // unbound or closed, the texts stay
+    grid.grab();
+    for (const auto &[row, column] : {std::pair(4, 0), std::pair(0, 5), std::pair(-1, 0)})
+        EXPECT_THROW(grid.textMatrix(row, column), RuntimeError);
+}
+
+TEST_F(FlexGridTest, AddsHeadingsFromColumnZeroWithoutFixedColumns)
+{
+    FlexGrid grid;
+    grid.setFixedCols(0);
+    grid.setDataSource(set);
+    grid.setFormatString(u"one|two|three|four|five"_s); // a column is added, none is removed
+    EXPECT_EQ(texts(grid, 0), (QStringList{u"one"_s, u"two"_s, u"three"_s, u"four"_s, u"five"_s}));
+    grid.setFormatString(u"1"_s);
+    EXPECT_EQ(grid.cols(), 5);
+    EXPECT_EQ(grid.colWidth(0) / twipsPerPixel, (grid.textWidth(u"1"_s) + 120) / twipsPerPixel);
+}
+
+TEST_F(FlexGridTest, DrawsNumbersAsWrittenAndCopiesThemBare)
+{
+    FlexGrid grid;
+    grid.setDataSource(set);
+    const auto drawn = [&](int row, int column) {
+        return grid.model()->index(row - 1, column).data().toString();
+    };
+    EXPECT_EQ(drawn(1, 2), u"-5.5"_s);
+    setRightToLeft(&grid, true);
+    EXPECT_EQ(drawn(1, 2), u"\u2066-5.5\u2069"_s);
+    EXPECT_EQ(drawn(1, 4), u"\u206603/04/2004\u2069"_s);
+    EXPECT_EQ(drawn(2, 1), u"\u2068\u0645\u0631\u0649 7\u2069"_s);
+    EXPECT_EQ(grid.textMatrix(1, 2), u"-5.5"_s);
+
+    grid.setCell(1, 1);
+    QTest::keyClick(&grid, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(&grid, Qt::Key_Left, Qt::ShiftModifier);
+    QTest::keyClick(&grid, Qt::Key_Left, Qt::ShiftModifier); // to the next column, from right to left
+    QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"a\t-5.5\n\u0645\u0631\u0649 7\t"_s);
+
+    grid.setContextMenuPolicy(Qt::CustomContextMenu);
+    QPoint asked;
+    QObject::connect(&grid, &QWidget::customContextMenuRequested, &grid,
+                     [&](QPoint place) { asked = place; });
+    grid.setCell(3, 1);
+    QTest::keyClick(&grid, Qt::Key_Menu);
+    EXPECT_EQ(grid.indexAt(asked), grid.model()->index(2, 1));
+    savePicture(grid, u"grid.png"_s);
+}
+} // namespace
