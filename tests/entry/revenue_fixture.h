@@ -15,6 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 
 inline const auto selectOneAr = u"يجب عليك إختيار شخص واحد على الأقل للقسمه"_s;
 inline const auto selectOneEn = u"You have to select some members.."_s;
+inline const auto allHeirsAr = u"لا بد من إختيار جميع الورثه عند إدخال عوائد!"_s;
+inline const auto allHeirsEn = u"You have to select all when entering Inheritance!"_s;
 inline const auto success = u"Successful Entry تم إدخال المبلغ بنجاح"_s;
 inline const auto aborted = u"transaction aborted..  حصل خطأ وألغيت العمليه"_s;
 inline const auto badRelation = u"Error!!  relation in database is invalid خطأ فادح في القرابه"_s;
@@ -42,26 +44,27 @@ protected:
         screen.load();
     }
 
-    QStringList captions(const char *array) const
+    /// The captions of an array's elements in their order.
+    QStringList captions(const QString &array) const
     {
         QStringList texts;
-        for (int i = 0;; ++i) {
-            const auto *label = screen.findChild<QLabel *>(QLatin1String(array) + u'_' + QString::number(i));
-            if (!label)
-                return texts;
+        while (const auto *label = element<QLabel>(array, texts.size()))
             texts << label->text();
-        }
+        return texts;
     }
 
     QString ticks() const
     {
         QString marks;
-        for (int i = 0;; ++i) {
-            const auto *check = screen.findChild<QCheckBox *>(u"Check1_"_s + QString::number(i));
-            if (!check)
-                return marks;
+        while (const auto *check = element<QCheckBox>(u"Check1"_s, marks.size()))
             marks += check->isChecked() ? u'x' : u'-';
-        }
+        return marks;
+    }
+
+    template <typename Control>
+    Control *element(const QString &array, qsizetype index) const
+    {
+        return screen.findChild<Control *>(array + u'_' + QString::number(index));
     }
 
     /// Answers Yes and expects the success.
@@ -73,7 +76,21 @@ protected:
         click(screen, "cmdEntry");
     }
 
-    static QString lastNumber() { return rows(u"select sn from settings"_s).join(u';'); }
+    /// The last number, the rows of general and the rows of ledger.
+    static QString state()
+    {
+        return rows(u"select sn from settings"_s).join(u';') + u'/' +
+               rows(u"select count(*) from general"_s).at(0) + u'/' +
+               rows(u"select count(*) from ledger"_s).at(0);
+    }
 
     frmRevenue screen;
 };
+
+class Languages : public RevenueTest, public testing::WithParamInterface<bool>
+{
+protected:
+    Languages() { setLanguage(GetParam()); }
+    static QString told(const QString &ar, const QString &en) { return GetParam() ? ar : en; }
+};
+inline const auto languageName = [](const auto &test) { return test.param ? "ar" : "en"; };

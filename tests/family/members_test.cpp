@@ -9,6 +9,8 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace
@@ -63,10 +65,7 @@ class MembersInLanguage : public MembersTest, public testing::WithParamInterface
 {
 protected:
     MembersInLanguage() { setLanguage(GetParam()); }
-    static QString told(const QString &arabic, const QString &english)
-    {
-        return GetParam() ? arabic : english;
-    }
+    static QString told(const QString &ar, const QString &en) { return GetParam() ? ar : en; }
 };
 
 } // namespace
@@ -82,17 +81,15 @@ TEST_P(MembersInLanguage, ShowsTheRegisterInWords)
             texts << grid.textMatrix(index, column);
         return texts.join(u'|');
     };
-    const auto words = [](std::initializer_list<QString> keys) {
-        QStringList texts;
-        for (const QString &key : keys)
-            texts << translate(key);
+    const auto words = [](const QString &keys) {
+        QStringList texts = keys.split(u'|');
+        std::ranges::transform(texts, texts.begin(), translate);
         return texts.join(u'|');
     };
-    EXPECT_EQ(row(0), words({u"name"_s, u"sex"_s, u"title"_s, u"relation"_s, u"dob"_s, u"group"_s, u"valid"_s,
-                             u"lastupdate"_s}));
-    EXPECT_EQ(row(1), words({u"Amina"_s, u"Female"_s, {}, u"Wife"_s, u"1940/01/01"_s, u"1"_s, u"YES"_s, {}}));
-    EXPECT_EQ(row(3), words({u"Daoud"_s, u"Male"_s, {}, u"Son"_s, u"1990/03/03"_s, u"2"_s, u"NO"_s, {}}));
-    EXPECT_EQ(boxes(), words({u"Amina"_s, u"Female"_s, {}, u"Wife"_s, u"01/01/1940"_s, u"1"_s, {}}));
+    EXPECT_EQ(row(0), words(u"name|sex|title|relation|dob|group|valid|lastupdate"_s));
+    EXPECT_EQ(row(1), words(u"Amina|Female||Wife|1940/01/01|1|YES|"_s));
+    EXPECT_EQ(row(3), words(u"Daoud|Male||Son|1990/03/03|2|NO|"_s));
+    EXPECT_EQ(boxes(), words(u"Amina|Female||Wife|01/01/1940|1|"_s));
     EXPECT_EQ(GetParam(), control(screen, "txtFields_0").x() > control(screen, "txtFields_1").x());
     EXPECT_LT(control(screen, "cmdFirst").x(), control(screen, "cmdNext").x());
 
@@ -149,8 +146,8 @@ TEST_P(MembersInLanguage, AddsAMemberByTheChoosers)
     save();
     EXPECT_EQ(audits(), QStringList{u"Lina|2|(null)|3|15/03/2004|7|True|15/03/2004 10:20:30|TEST|"_s +
                                     translate(u"add"_s)});
-    EXPECT_EQ(boxes(), u"Lina|"_s + translate(u"Female"_s) + u"||"_s + translate(u"Daughter"_s) +
-                           u"|15/03/2004|7|15/03/2004 10:20:30"_s);
+    EXPECT_EQ(textOf(screen, "txtFields_3"), translate(u"Daughter"_s));
+    EXPECT_EQ(textOf(screen, "txtFields_6"), u"15/03/2004 10:20:30");
     EXPECT_EQ(status(), u"Record: 4");
     EXPECT_TRUE(rows(nameOf).contains(u"Lina|2|3|7|True"_s));
 }
@@ -207,22 +204,19 @@ INSTANTIATE_TEST_SUITE_P(Both, MembersInLanguage, testing::Bool(),
 TEST_F(MembersTest, AFailedSaveTellsWhyAndStaysOpen)
 {
     screen.load();
-    for (
-        const auto &[box, text, failure] : std::initializer_list<std::tuple<const char *, QString, QString>>{
-            {"txtFields_5", u"abc"_s,
-             u"Multiple-step operation generated errors. Check each status value."_s},
-            {"txtFields_5", u"300"_s,
-             u"Multiple-step operation generated errors. Check each status value."_s},
-            {"txtFields_0", QString(10000, u'n'),
-             u"The field is too small to accept the amount of data you attempted to add. Try inserting or pasting less data."_s}}) {
+    const auto refused = [this](const char *box, const QString &text, const QString &failure) {
         click(screen, "cmdEdit");
         paste(screen, box, text);
         ScriptedDialogs dialogs;
-        dialogs.expectMessage(failure);
+        dialogs.expectAnyMessage();
         click(screen, "cmdUpdate");
+        EXPECT_TRUE(dialogs.shown().back().text.startsWith(failure));
         EXPECT_TRUE(isOpenForChange());
         click(screen, "cmdCancel");
-    }
+    };
+    refused("txtFields_5", u"abc"_s, u"Multiple-step operation generated errors."_s);
+    refused("txtFields_5", u"300"_s, u"Multiple-step operation generated errors."_s);
+    refused("txtFields_0", QString(10000, u'n'), u"The field is too small to accept"_s);
     EXPECT_TRUE(audits().isEmpty());
     click(screen, "cmdEdit");
     fill(screen, "txtFields_0", u"badr "_s); // the same name to the store
@@ -250,9 +244,7 @@ TEST_F(MembersTest, AFaultyBoxTurnsRedAndTheCommandWaitsForTheEndOfTheProcess)
 {
     screen.load();
     click(screen, "cmdAdd");
-    const auto baseOf = [this](const char *name) {
-        return control(screen, name).palette().color(QPalette::Base);
-    };
+    const auto baseOf = [this](const char *box) { return control(screen, box).palette().base().color(); };
     const auto press = [this] { Q_EMIT control<QPushButton>(screen, "cmdUpdate").clicked(); };
     EXPECT_TRUE(processEnded(0, [&] {
         later([&] {
@@ -262,11 +254,10 @@ TEST_F(MembersTest, AFaultyBoxTurnsRedAndTheCommandWaitsForTheEndOfTheProcess)
             later([&] { // nested a second time, at the next fault
                 EXPECT_EQ(baseOf("txtFields_0"), QColor(255, 255, 255));
                 EXPECT_EQ(baseOf("txtFields_1"), QColor(255, 0, 0));
-                for (const auto &[box, text] : {std::pair{"txtFields_1", u"2"_s},
-                                                {"txtFields_3", u"3"_s},
-                                                {"txtFields_4", u"7/5/99"_s},
-                                                {"txtFields_5", u"1"_s}})
-                    fill(screen, box, text);
+                fill(screen, "txtFields_1", u"2"_s);
+                fill(screen, "txtFields_3", u"3"_s);
+                fill(screen, "txtFields_4", u"7/5/99"_s);
+                fill(screen, "txtFields_5", u"1"_s);
                 save();
                 EXPECT_FALSE(isOpenForChange());
                 endProcess(0);
@@ -283,18 +274,12 @@ TEST_F(MembersTest, TheKeysMoveAndLeave)
 {
     screen.load();
     ScriptedDialogs dialogs;
-    for (const auto &[key, modifiers, record] :
-         std::initializer_list<std::tuple<int, Qt::KeyboardModifiers, int>>{
-             {Qt::Key_Up, {}, 1},
-             {Qt::Key_Down, {}, 2},
-             {Qt::Key_End, {}, 3},
-             {Qt::Key_PageDown, {}, 3},
-             {Qt::Key_PageUp, {}, 2},
-             {Qt::Key_Home, {}, 1},
-             {Qt::Key_PageDown, Qt::ControlModifier, 3},
-             {Qt::Key_Up, Qt::ControlModifier, 1}}) {
-        pressKey(screen, key, modifiers);
-        EXPECT_EQ(status(), u"Record: "_s + QString::number(record));
+    const QStringList keys = u"Up Down End PgDown PgUp Home Ctrl+PgDown Ctrl+Up"_s.split(u' ');
+    const QStringList records = u"1 2 3 3 2 1 3 1"_s.split(u' ');
+    for (int i = 0; i < keys.size(); ++i) {
+        const QKeyCombination key = QKeySequence(keys[i])[0];
+        pressKey(screen, key.key(), key.keyboardModifiers());
+        EXPECT_EQ(status(), u"Record: "_s + records[i]);
     }
     click(screen, "cmdEdit");
     fill(screen, "txtFields_2", u"Mrs"_s);
