@@ -34,6 +34,34 @@ TEST_F(Changes, ANewRowIsWrittenWithItsCounterAndDefaults)
     EXPECT_EQ(rows(u"select id,name from people"_s), "1 b,2 a,3 c");
 }
 
+// Such a set reads its rows when they are first looked at; nobody may notice.
+TEST_F(Changes, AWholeTableOpenForWritingStandsOnTheRowAddedLast)
+{
+    connection->execute(u"insert into people (name) values('a')"_s);
+    connection->execute(u"insert into people (name) values('b')"_s);
+    const RecordsetPtr set = table();
+    set->addNew();
+    set->setValue(u"name"_s, u"c"_s);
+    set->update();
+    connection->execute(u"insert into people (name) values('d')"_s);
+    set->addNew();
+    set->cancelUpdate();
+    EXPECT_EQ(set->value(u"name"_s), Value(u"c"_s));
+    EXPECT_EQ(set->absolutePosition(), 3);
+    EXPECT_EQ(set->recordCount(), 4);
+
+    const RecordsetPtr untouched = table();
+    EXPECT_FALSE(untouched->eof());
+    EXPECT_EQ(untouched->value(u"name"_s), Value(u"a"_s));
+    const RecordsetPtr ended = table();
+    ended->setAbsolutePosition(positionEof);
+    EXPECT_TRUE(ended->eof());
+    const RecordsetPtr edited = table();
+    edited->setValue(u"name"_s, u"z"_s);
+    edited->update();
+    EXPECT_EQ(rows(u"select name from people order by id"_s), "z,b,c,d");
+}
+
 TEST_F(Changes, CountersGoOnFromTheLargestNumber)
 {
     const RecordsetPtr set = table();

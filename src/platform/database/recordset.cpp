@@ -41,12 +41,13 @@ void Recordset::Private::requireUpdatable() const
         throw data_errors::notUpdatable();
 }
 
-int Recordset::Private::count() const
+int Recordset::Private::count()
 {
+    readAll();
     return view ? int(view->size()) : rows->count();
 }
 
-int Recordset::Private::currentRow() const
+int Recordset::Private::currentRow()
 {
     requireOpen();
     if (position < 0 || position >= count())
@@ -57,7 +58,7 @@ int Recordset::Private::currentRow() const
 int Recordset::Private::find(const QString &name) const
 {
     requireOpen();
-    const auto &fields = rows->fields();
+    const auto &fields = compiled->columns;
     const auto found = std::ranges::find_if(
         fields, [&](const FieldInfo &info) { return info.name.compare(name, Qt::CaseInsensitive) == 0; });
     return found == fields.end() ? -1 : int(found - fields.begin());
@@ -72,15 +73,37 @@ int Recordset::Private::indexOf(const QString &name) const
 const FieldInfo &Recordset::Private::field(int index) const
 {
     requireOpen();
-    if (index < 0 || index >= int(rows->fields().size()))
+    if (index < 0 || index >= int(compiled->columns.size()))
         throw data_errors::noSuchItem();
-    return rows->fields()[std::size_t(index)];
+    return compiled->columns[std::size_t(index)];
+}
+
+void Recordset::Private::readAll()
+{
+    if (!unread)
+        return;
+    *rows = std::move(*readRows()); // the same object: a caller may have its hand on it already
+    unread = false;
+    position = rows->count() > 0 ? 0 : eof;
+    if (addedRowid) {
+        int row = rows->count() - 1;
+        while (row >= 0 && rows->rowid(row) != addedRowid)
+            --row;
+        position = row >= 0 ? row : eof;
+    }
+    if (mode == EditMode::Add)
+        returnPosition = position;
+}
+
+std::shared_ptr<database::Rows> Recordset::Private::emptyRows() const
+{
+    return std::make_shared<database::Rows>(compiled->columns, !compiled->baseTable.isEmpty());
 }
 
 std::shared_ptr<database::Rows> Recordset::Private::readRows()
 {
     database::Session &session = connection->session();
-    auto result = std::make_shared<database::Rows>(compiled->columns, !compiled->baseTable.isEmpty());
+    auto result = emptyRows();
     const sql::Step &step = compiled->steps.front();
     database::Run run(session.prepared(step.text), step.parameters);
     result->read(run);
@@ -124,6 +147,7 @@ database::RowCondition Recordset::Private::condition(const QString &text,
 
 void Recordset::Private::select(const QString &text)
 {
+    readAll();
     if (text.trimmed().isEmpty()) {
         view.reset();
     } else {
@@ -142,6 +166,8 @@ void Recordset::Private::select(const QString &text)
 void Recordset::Private::close()
 {
     rows.reset();
+    unread = false;
+    addedRowid.reset();
     compiled.reset();
     connection.reset();
     view.reset();
@@ -186,13 +212,19 @@ void Recordset::open(const QString &source, const ConnectionPtr &connection, Cur
     d->forwardOnly = type == CursorType::ForwardOnly &&
                      d->locationWanted.value_or(connection->cursorLocation()) == CursorLocation::Server;
     d->compiled = std::move(compiled);
-    try {
-        d->rows = d->readRows();
-    } catch (...) {
-        d->close();
-        throw;
+    if (kind == CommandKind::Table && d->isUpdatable()) {
+        d->rows = d->emptyRows();
+        d->unread = true;
+        d->position = 0;
+    } else {
+        try {
+            d->rows = d->readRows();
+        } catch (...) {
+            d->close();
+            throw;
+        }
+        d->select({});
     }
-    d->select({});
     const auto keep = shared_from_this(); // a handler may let go of the set
     connection->attach(keep);
     rowsChanged.raise();
@@ -245,6 +277,7 @@ void Recordset::setCursorType(CursorType cursor) noexcept
 std::shared_ptr<Recordset> Recordset::clone()
 {
     d->requireIdle();
+    d->readAll();
     const auto copy = create();
     copy->d->connection = d->connection;
     copy->d->source = d->source;
@@ -266,6 +299,7 @@ void Recordset::requery()
     if (d->kind == CommandKind::Text)
         d->compiled = d->connection->session().compile(d->source);
     d->rows = d->readRows();
+    d->unread = false;
     d->select(d->filter);
     rowsChanged.raise();
     moveComplete.raise();
@@ -277,6 +311,7 @@ void Recordset::resync()
     if (d->compiled->baseTable.isEmpty())
         throw data_errors::notUpdatable();
     const auto keep = shared_from_this();
+    d->readAll();
     std::vector<int> columns;
     database::TableAccess access = d->tableAccess(columns);
     for (int row = 0; row < d->rows->count(); ++row) {

@@ -35,10 +35,11 @@ inline constexpr int positionEof = -3;
 /// Rows of a statement or of a whole table, with a current row, a filter and updates.
 ///
 /// The rows are a snapshot, read completely at open() and held column-wise: writes of others are not seen
-/// until requery() or resync(). A set over one table without grouping or distinct, opened with a lock other
-/// than read-only, is updatable: writes go to the store at update() and change the snapshot with it. A
-/// transaction's roll-back does not reach the snapshot; requery() does. A row that an edit takes out of the
-/// filter, and a new row outside it, stay shown until the filter is set again.
+/// until requery() or resync(). A whole table that is open for writing is read when its rows are first looked
+/// at, since most such sets only add a row. A set over one table without grouping or distinct, opened with a
+/// lock other than read-only, is updatable: writes go to the store at update() and change the snapshot with
+/// it. A transaction's roll-back does not reach the snapshot; requery() does. A row that an edit takes out of
+/// the filter, and a new row outside it, stay shown until the filter is set again.
 ///
 /// Field names are found without regard to case; the first of two equal names is taken. Unless said otherwise
 /// a routine throws RuntimeError 3704 on a closed set, 3021 without a current row, 3265 for an unknown field,

@@ -96,11 +96,15 @@ void Recordset::update()
 
     if (d->mode == EditMode::Add) {
         const auto [rowid, values] = access.insert(cells);
-        const int row = d->rows->append(rowid);
-        d->takeValues(row, columns, values);
-        if (d->view)
-            d->view->push_back(row); // shown whether or not the filter would select it
-        d->position = d->count() - 1;
+        if (d->unread) {
+            d->addedRowid = rowid;
+        } else {
+            const int row = d->rows->append(rowid);
+            d->takeValues(row, columns, values);
+            if (d->view)
+                d->view->push_back(row); // shown whether or not the filter would select it
+            d->position = d->count() - 1;
+        }
     } else {
         const int row = d->currentRow();
         access.update(d->keyOf(row, columns), cells);

@@ -20,13 +20,13 @@ int Recordset::rowCount() const
 bool Recordset::bof() const
 {
     d->requireOpen();
-    return d->mode != EditMode::Add && (d->position == Private::bof || d->count() == 0);
+    return d->mode != EditMode::Add && (d->count() == 0 || d->position == Private::bof);
 }
 
 bool Recordset::eof() const
 {
     d->requireOpen();
-    return d->mode != EditMode::Add && (d->position == Private::eof || d->count() == 0);
+    return d->mode != EditMode::Add && (d->count() == 0 || d->position == Private::eof);
 }
 
 void Recordset::moveTo(int position)
@@ -82,6 +82,7 @@ int Recordset::absolutePosition() const
     d->requireOpen();
     if (d->mode == EditMode::Add)
         return positionUnknown;
+    d->readAll();
     if (d->position >= 0 && d->position < d->count())
         return d->position + 1;
     return d->position == Private::bof ? positionBof : positionEof;
@@ -90,6 +91,7 @@ int Recordset::absolutePosition() const
 void Recordset::setAbsolutePosition(int position)
 {
     leaveRow();
+    d->readAll();
     if (position == positionBof)
         return moveTo(Private::bof);
     if (position == positionEof)
@@ -102,6 +104,7 @@ void Recordset::setAbsolutePosition(int position)
 int Recordset::bookmark() const
 {
     d->requireOpen();
+    d->readAll();
     return (d->mode == EditMode::Add ? d->rows->count() : d->currentRow()) + 1;
 }
 

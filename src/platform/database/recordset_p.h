@@ -22,6 +22,10 @@ struct Recordset::Private {
     LockType lock = LockType::ReadOnly;
     std::shared_ptr<const sql::Compiled> compiled;
     std::shared_ptr<database::Rows> rows; ///< shared by the clones
+    /// A whole table that is open for writing is read when its rows are first looked at: most such sets only
+    /// add a row, and the table may be long. Until then `rows` has only its fields.
+    bool unread = false;
+    std::optional<qint64> addedRowid; ///< the row that was added last while unread: it is the current one
 
     QString filter;
     std::optional<std::vector<int>> view; ///< the rows that the filter selects, ascending; none: all
@@ -40,11 +44,13 @@ struct Recordset::Private {
     void requireUpdatable() const;
     bool isUpdatable() const;
 
-    int count() const;
+    /// Reads what is still unread.
+    void readAll();
+    int count();
     /// The row at a position of the view.
     int rowAt(int at) const { return view ? (*view)[std::size_t(at)] : at; }
     /// The current row, which is none of the new ones. @throws RuntimeError 3021
-    int currentRow() const;
+    int currentRow();
     /// The first field of that name, or -1.
     int find(const QString &name) const;
     /// @throws RuntimeError 3265
@@ -57,6 +63,7 @@ struct Recordset::Private {
     database::TableAccess::Key keyOf(int row, const std::vector<int> &columns) const;
     /// Gives a row the values of its row in the table.
     void takeValues(int row, const std::vector<int> &columns, const std::vector<Value> &values) const;
+    std::shared_ptr<database::Rows> emptyRows() const;
     std::shared_ptr<database::Rows> readRows();
     void select(const QString &text);
     void close();
