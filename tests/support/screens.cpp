@@ -22,19 +22,22 @@
 
 namespace
 {
-bool usable(const Screen &screen, const char *name, bool shown, bool enabled)
+/// What shows or hides a menu or its entry.
+const QAction *actionOf(const QObject *object)
 {
-    if (shown && enabled)
+    const auto *menu = qobject_cast<const QMenu *>(object);
+    return menu ? menu->menuAction() : qobject_cast<const QAction *>(object);
+}
+
+/// Fails the test when a user could not reach the control.
+bool usable(const Screen &screen, const char *name)
+{
+    const bool shown = isShown(screen, name);
+    if (shown && isEnabled(screen, name))
         return true;
     ADD_FAILURE() << name << " of " << screen.objectName().toStdString() << " is "
                   << (shown ? "disabled" : "hidden") << ": a user can't reach it";
     return false;
-}
-
-QWidget *usableWidget(Screen &screen, const char *name)
-{
-    QWidget &widget = control(screen, name);
-    return usable(screen, name, widget.isVisibleTo(&screen), widget.isEnabledTo(&screen)) ? &widget : nullptr;
 }
 
 /// Where a click counts: options and check boxes take it on their mark and text only.
@@ -96,8 +99,8 @@ void typeKeys(QWidget *target, const QString &text)
 /// The control with the focus on it and all of its text selected.
 QWidget *takeUp(Screen &screen, const char *name)
 {
-    QWidget *box = usableWidget(screen, name);
-    if (!box)
+    QWidget *box = &control(screen, name);
+    if (!usable(screen, name))
         return nullptr;
     box->setFocus(Qt::OtherFocusReason);
     auto *combo = qobject_cast<QComboBox *>(box);
@@ -127,15 +130,9 @@ void support::missControl(const Screen &screen, const char *name, const std::typ
 
 void click(Screen &screen, const char *name)
 {
-    if (QWidget *widget = usableWidget(screen, name))
-        QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, clickPlace(*widget));
-}
-
-void clickCell(FlexGrid &grid, int row, int column)
-{
-    const QModelIndex index = grid.model()->index(row - grid.fixedRows(), column);
-    grid.scrollTo(index);
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, grid.visualRect(index).center());
+    QWidget &widget = control(screen, name);
+    if (usable(screen, name))
+        QTest::mouseClick(&widget, Qt::LeftButton, Qt::NoModifier, clickPlace(widget));
 }
 
 void typeText(Screen &screen, const char *name, const QString &text)
@@ -179,7 +176,7 @@ void choose(Screen &screen, const char *name, const QString &entry)
 {
     auto &combo = control<QComboBox>(screen, name);
     const int index = combo.findText(entry);
-    if (!usableWidget(screen, name))
+    if (!usable(screen, name))
         return;
     if (index < 0) {
         ADD_FAILURE() << name << " has no entry \"" << entry.toStdString() << '"';
@@ -194,7 +191,7 @@ void choose(Screen &screen, const char *name, const QString &entry)
 void chooseMenu(Screen &screen, const char *name)
 {
     auto &entry = control<QAction>(screen, name);
-    if (usable(screen, name, entry.isVisible(), entry.isEnabled()))
+    if (usable(screen, name))
         dispatch([&entry] { entry.trigger(); });
 }
 
@@ -217,21 +214,19 @@ QString textOf(const Screen &screen, const char *name)
 bool isShown(const Screen &screen, const char *name)
 {
     auto *object = &control<QObject>(screen, name);
-    if (const auto *menu = qobject_cast<const QMenu *>(object))
-        return menu->menuAction()->isVisible();
-    if (const auto *action = qobject_cast<const QAction *>(object))
-        return action->isVisible();
-    return qobject_cast<const QWidget *>(object)->isVisibleTo(&screen);
+    if (const auto *widget = qobject_cast<const QWidget *>(object);
+        widget && !qobject_cast<const QMenu *>(object))
+        return widget->isVisibleTo(&screen);
+    return actionOf(object)->isVisible();
 }
 
 bool isEnabled(const Screen &screen, const char *name)
 {
     auto *object = &control<QObject>(screen, name);
-    if (const auto *menu = qobject_cast<const QMenu *>(object))
-        return menu->menuAction()->isEnabled();
-    if (const auto *action = qobject_cast<const QAction *>(object))
-        return action->isEnabled();
-    return qobject_cast<const QWidget *>(object)->isEnabledTo(&screen);
+    if (const auto *widget = qobject_cast<const QWidget *>(object);
+        widget && !qobject_cast<const QMenu *>(object))
+        return widget->isEnabledTo(&screen);
+    return actionOf(object)->isEnabled();
 }
 
 void savePicture(QWidget &window, const QString &path)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/ui/flex_grid.h"
 #include "platform/ui/screen.h"
 #include "support/printing.h"
 #include "support/scripted_dialogs.h"
@@ -39,8 +38,6 @@ Class &control(const Screen &screen, const char *name);
 /// Clicks a button, check box, option or any other control with the mouse. A hidden or disabled one fails the
 /// test.
 void click(Screen &screen, const char *name);
-/// Clicks a cell of a grid; `row` counts as the grid counts (1 is the first row of data).
-void clickCell(FlexGrid &grid, int row, int column);
 /// Puts the focus on a control and types, key by key; a line feed is the Enter key.
 void typeText(Screen &screen, const char *name, const QString &text);
 /// The same in place of what the box holds; in a date picker `dd/MM/yyyy`.

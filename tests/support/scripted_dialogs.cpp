@@ -11,29 +11,25 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-QString nameOf(ShownDialog::Kind kind)
+const char *nameOf(ShownDialog::Kind kind)
 {
-    switch (kind) {
-    case ShownDialog::Kind::Message:
-        return u"message"_s;
-    case ShownDialog::Kind::Question:
-        return u"question"_s;
-    case ShownDialog::Kind::Input:
-        return u"input box"_s;
-    case ShownDialog::Kind::Font:
-        return u"font dialog"_s;
-    case ShownDialog::Kind::SaveFile:
-        return u"save dialog"_s;
-    }
-    return {};
+    static constexpr const char *names[] = {"message", "question", "input box", "font dialog", "save dialog"};
+    return names[int(kind)];
+}
+
+/// What the test wrote down, for a failure's message.
+std::string told(const ScriptedDialogs::Expected &expected)
+{
+    return std::string(nameOf(expected.kind)) + " \"" + expected.text.value_or(u"(any)"_s).toStdString() +
+           '"';
 }
 
 /// What differs between the expected and the shown, for the failure's message; empty when it fits.
 template <typename T>
-void compare(QString &difference, const char *what, const std::optional<T> &expected, const T &shown)
+void compare(std::string &difference, const char *what, const std::optional<T> &expected, const T &shown)
 {
     if (expected && *expected != shown)
-        difference += u" another "_s + QLatin1String(what);
+        difference += std::string(" another ") + what;
 }
 } // namespace
 
@@ -42,40 +38,8 @@ ScriptedDialogs::ScriptedDialogs() : m_before(installDialogService(this)) {}
 ScriptedDialogs::~ScriptedDialogs()
 {
     installDialogService(m_before);
-    for (const Expected &expected : m_expected) {
-        ADD_FAILURE() << "This " << nameOf(expected.kind).toStdString() << " did not come: \""
-                      << expected.text.value_or(u"(any)"_s).toStdString() << '"';
-    }
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::Expected::withIcon(MessageIcon value)
-{
-    icon = value;
-    return *this;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::Expected::withTitle(const QString &value)
-{
-    title = value;
-    return *this;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::Expected::rightAligned(bool on)
-{
-    aligned = on;
-    return *this;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::Expected::withDefault(const QString &value)
-{
-    defaultText = value;
-    return *this;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::Expected::meanwhile(std::function<void()> value)
-{
-    action = std::move(value);
-    return *this;
+    for (const Expected &expected : m_expected)
+        ADD_FAILURE() << "This did not come: " << told(expected);
 }
 
 ScriptedDialogs::Expected &ScriptedDialogs::expect(ShownDialog::Kind kind, std::optional<QString> text)
@@ -138,7 +102,7 @@ ScriptedDialogs::Expected &ScriptedDialogs::expectSaveFile(const std::optional<Q
 ScriptedDialogs::Expected ScriptedDialogs::take(const ShownDialog &dialog)
 {
     m_shown.push_back(dialog);
-    const std::string came = nameOf(dialog.kind).toStdString() + " \"" + dialog.text.toStdString() + '"';
+    const std::string came = std::string(nameOf(dialog.kind)) + " \"" + dialog.text.toStdString() + '"';
     if (m_expected.empty()) {
         ADD_FAILURE() << "Unexpected " << came;
         endProcess(unexpectedExit);
@@ -146,17 +110,15 @@ ScriptedDialogs::Expected ScriptedDialogs::take(const ShownDialog &dialog)
     Expected expected = std::move(m_expected.front());
     m_expected.pop_front();
 
-    QString difference;
+    std::string difference;
     compare(difference, "kind of dialog", std::optional(expected.kind), dialog.kind);
     compare(difference, "text", expected.text, dialog.text);
     compare(difference, "icon", expected.icon, dialog.icon);
     compare(difference, "title", expected.title, dialog.title);
     compare(difference, "alignment", expected.aligned, dialog.rightAligned);
     compare(difference, "default text", expected.defaultText, dialog.defaultText);
-    if (!difference.isEmpty()) {
-        ADD_FAILURE() << "Expected the " << nameOf(expected.kind).toStdString() << " \""
-                      << expected.text.value_or(u"(any)"_s).toStdString() << "\" and got the " << came << ':'
-                      << difference.toStdString();
+    if (!difference.empty()) {
+        ADD_FAILURE() << "Expected the " << told(expected) << " and got the " << came << ':' << difference;
         endProcess(unexpectedExit);
     }
     if (expected.action)

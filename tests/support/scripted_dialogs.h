@@ -4,6 +4,8 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
+#include <utility>
 #include <vector>
 
 /// A dialog that was shown, as the program asked for it.
@@ -40,18 +42,20 @@ public:
     ~ScriptedDialogs() override;
 
     /// One expected dialog; the calls narrow it down.
-    class Expected
-    {
-    public:
-        Expected &withIcon(MessageIcon icon);
-        Expected &withTitle(const QString &title);
-        Expected &rightAligned(bool on = true);
-        Expected &withDefault(const QString &defaultText);
+    struct Expected {
+        Expected &withIcon(MessageIcon value) { return set(icon, value); }
+        Expected &withTitle(const QString &value) { return set(title, value); }
+        Expected &rightAligned(bool value = true) { return set(aligned, value); }
+        Expected &withDefault(const QString &value) { return set(defaultText, value); }
         /// Runs while the dialog stands, before it is answered.
-        Expected &meanwhile(std::function<void()> action);
+        Expected &meanwhile(std::function<void()> value) { return set(action, std::move(value)); }
 
-    private:
-        friend class ScriptedDialogs;
+        template <typename Member, typename T>
+        Expected &set(Member &member, T &&value)
+        {
+            member = std::forward<T>(value);
+            return *this;
+        }
         ShownDialog::Kind kind = ShownDialog::Kind::Message;
         std::optional<QString> text; ///< nothing: any
         std::optional<MessageIcon> icon;
@@ -79,8 +83,6 @@ public:
 
     /// All dialogs that came, the unexpected among them.
     const std::vector<ShownDialog> &shown() const { return m_shown; }
-    /// Whether everything that was expected has come.
-    bool isDone() const { return m_expected.empty(); }
 
     MessageAnswer message(const MessageRequest &request) override;
     QString input(const QString &prompt, const QString &title, const QString &defaultText) override;

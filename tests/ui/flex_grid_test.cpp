@@ -1,6 +1,7 @@
 #include "platform/database/store_file.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
+#include "platform/ui/flex_grid.h"
 #include "platform/ui/twips.h"
 #include "support/screens.h"
 

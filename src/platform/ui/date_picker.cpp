@@ -5,6 +5,7 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QLocale>
+#include <QtCore/QSignalBlocker>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
@@ -63,18 +64,32 @@ void DatePicker::dropDown()
     mousePressEvent(&press);
 }
 
+void DatePicker::mousePressEvent(QMouseEvent *event)
+{
+    speakSessionLanguage();
+    QDateEdit::mousePressEvent(event);
+}
+
+void DatePicker::speakSessionLanguage()
+{
+    // Month and day names in the language of the boxes; a locale whose digits are ASCII.
+    const bool arabic = QGuiApplication::layoutDirection() == Qt::RightToLeft;
+    const QLocale locale = arabic ? QLocale(QLocale::Arabic, QLocale::UnitedArabEmirates)
+                                  : QLocale(QLocale::English, QLocale::UnitedKingdom);
+    QCalendarWidget *calendar = calendarWidget();
+    if (calendar->locale() == locale)
+        return;
+    const QSignalBlocker quiet(calendar);
+    calendar->setLocale(locale);
+    // Another first day of the week moves the days, but the calendar leaves its mark where it was.
+    calendar->setSelectedDate(date() == maximumDate() ? date().addDays(-1) : date().addDays(1));
+    calendar->setSelectedDate(date());
+}
+
 bool DatePicker::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == calendarWidget()->parentWidget()) {
-        if (event->type() == QEvent::Show) {
-            // Month and day names in the language of the boxes; a locale whose digits are ASCII.
-            const bool arabic = QGuiApplication::layoutDirection() == Qt::RightToLeft;
-            calendarWidget()->setLocale(arabic ? QLocale(QLocale::Arabic, QLocale::UnitedArabEmirates)
-                                               : QLocale(QLocale::English, QLocale::UnitedKingdom));
-        } else if (event->type() == QEvent::Hide) {
-            // Behind the calendar's own end, when the picked date stands in the box.
-            QMetaObject::invokeMethod(this, &DatePicker::closeUp, Qt::QueuedConnection);
-        }
-    }
+    // Behind the calendar's own end, when the picked date stands in the box.
+    if (watched == calendarWidget()->parentWidget() && event->type() == QEvent::Hide)
+        QMetaObject::invokeMethod(this, &DatePicker::closeUp, Qt::QueuedConnection);
     return QDateEdit::eventFilter(watched, event);
 }

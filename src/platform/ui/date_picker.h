@@ -22,10 +22,12 @@ Q_SIGNALS:
 protected:
     QValidator::State validate(QString &input, int &position) const override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void dropDown();
+    void speakSessionLanguage();
 
     QDateTime m_set;
 };
