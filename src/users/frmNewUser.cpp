@@ -73,7 +73,8 @@ void frmNewUser::ComboRank_Change()
     QStringList words = rightsOf(chosenRank());
     for (QString &word : words)
         word = translate(word);
-    m_ui->rights->setText(words.join(u"\r\n"_s));
+    // The toolkit would draw a carriage return: a line feed alone parts the lines on the screen.
+    m_ui->rights->setText(words.join(u'\n'));
 }
 
 qint32 frmNewUser::chosenRank() const

@@ -19,74 +19,64 @@ protected:
     {
         engine.currentUser = u"agent"_s;
         addUser();
-        navigation.showRevenue = [this] { opened << u"revenue"_s; };
-        navigation.showExpense = [this] { opened << u"expense"_s; };
-        navigation.showChanges = [this] { opened << u"changes"_s; };
-        navigation.showReports = [this] { opened << u"reports"_s; };
+        screen.load();
     }
-    QStringList opened;
     frmMain screen;
 };
 
 TEST_F(MainScreenTest, OpensTheEntryOverAFitFamilyOnly)
 {
-    screen.load();
-    for (const bool arabic : {true, false}) {
-        engine.isArabic = arabic;
-        ScriptedDialogs dialogs;
-        for (const char *button : {"Command1", "Command2"}) {
-            if (arabic)
-                dialogs.expectMessage(u"معلومات أفراد العائله غير صحيحه أو ناقصه.  يجب إصلاح ذلك أولاً!ً"_s)
-                    .withIcon(MessageIcon::Critical)
-                    .rightAligned();
-            else
-                dialogs
-                    .expectMessage(
-                        u"The family members information is not valid, please correct the problem!"_s)
-                    .rightAligned(false);
-            click(screen, button);
-        }
-    }
+    QString opened;
+    navigation.showRevenue = [&] { opened += u"revenue "_s; };
+    navigation.showExpense = [&] { opened += u"expense "_s; };
+    navigation.showChanges = [&] { opened += u"changes "_s; };
+    ScriptedDialogs dialogs;
+    dialogs.expectMessage(u"The family members information is not valid, please correct the problem!"_s)
+        .rightAligned(false);
+    click(screen, "Command1");
+    engine.isArabic = true;
+    dialogs.expectMessage(u"معلومات أفراد العائله غير صحيحه أو ناقصه.  يجب إصلاح ذلك أولاً!ً"_s)
+        .withIcon(MessageIcon::Critical)
+        .rightAligned();
+    click(screen, "Command2");
     addMember({.name = u"Ahmad"_s});
     addMember({.name = u"Salih"_s});
     for (const char *button : {"Command1", "Command2", "Command3", "Command5"})
-        click(screen, button);
-    EXPECT_EQ(opened, (QStringList{u"expense"_s, u"revenue"_s, u"changes"_s, u"reports"_s}));
+        click(screen, button); // reports come with a later version
+    EXPECT_EQ(opened, u"expense revenue changes "_s);
 }
 
 TEST_F(MainScreenTest, ChangesItsWordsWithTheLanguageButNotItsPlaces)
 {
-    screen.load();
     const QPoint place = control(screen, "Command1").pos();
-    chooseMenu(screen, "mnuEnglish"); // in force already: nothing happens
-    EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"english"_s));
-    EXPECT_TRUE(control<QAction>(screen, "mnuEnglish").isChecked());
-
+    execute({u"update users set [language]='other'"_s});
+    chooseMenu(screen, "mnuEnglish"); // in force already: nothing is written
+    EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"other"_s));
     chooseMenu(screen, "mnuArabic");
     EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"arabic"_s));
-    EXPECT_TRUE(control<QAction>(screen, "mnuArabic").isChecked());
-    EXPECT_FALSE(control<QAction>(screen, "mnuEnglish").isChecked());
+    EXPECT_TRUE(control<QAction>(screen, "mnuArabic").isChecked() &&
+                !control<QAction>(screen, "mnuEnglish").isChecked());
     EXPECT_EQ(textOf(screen, "Command1"), u"المصاريف"_s);
     EXPECT_EQ(textOf(screen, "mnuCompact"), u"صيانة قاعدة البيانات"_s);
     EXPECT_EQ(screen.caption(), u"صفحة الإختيارات"_s);
     EXPECT_TRUE(screen.rightToLeft());
     EXPECT_EQ(control(screen, "Command1").pos(), place);
-    EXPECT_EQ(engine.languageSuffix, u"ar"_s);
-    EXPECT_EQ(Screen::loadedScreens(), QList<Screen *>{&screen});
-
+    EXPECT_EQ(Screen::loadedScreens(), QList<Screen *>{&screen}) << "the second instance stayed";
     engine.dbConnection->close(); // errors are ignored
     chooseMenu(screen, "mnuEnglish");
     EXPECT_EQ(textOf(screen, "Command1"), u"Expenses"_s);
-    EXPECT_FALSE(screen.rightToLeft());
+    EXPECT_EQ(engine.languageSuffix, u"en"_s);
 }
 
 TEST_F(MainScreenTest, StoresTheChosenFontAndHoldsTheSessionAtTwelve)
 {
-    screen.load();
     ScriptedDialogs dialogs;
     dialogs.expectFont(std::nullopt); // cancelled: silent
     chooseMenu(screen, "mnuFont");
     dialogs.expectFont(FontChoice{u"Tahoma"_s, 12, false, 255});
+    chooseMenu(screen, "mnuFont");
+    dialogs.expectFont(FontChoice{u"It's"_s, 9, true, 0});
+    dialogs.expectAnyMessage(); // the statement's failure, trapped
     chooseMenu(screen, "mnuFont");
     EXPECT_EQ(rows(u"select fontname,fontsize,fontbold,fontcolor from users"_s),
               QStringList(u"Tahoma|12|False|255"_s));
@@ -96,16 +86,11 @@ TEST_F(MainScreenTest, StoresTheChosenFontAndHoldsTheSessionAtTwelve)
     chooseMenu(screen, "mnuFont");
     EXPECT_EQ(engine.userFontSize, 12);
     EXPECT_EQ(rows(u"select fontsize,fontbold from users"_s), QStringList(u"13|True"_s));
-    dialogs.expectFont(FontChoice{u"It's"_s, 9, true, 0});
-    dialogs.expectAnyMessage();
-    chooseMenu(screen, "mnuFont");
-    EXPECT_FALSE(dialogs.shown().back().text.startsWith(u"Run-time"_s)) << "trapped";
 }
 
 TEST_F(MainScreenTest, CompactsAndStamps)
 {
     setClock([] { return makeDate(2004, 3, 15, 13, 5); });
-    screen.load();
     ScriptedDialogs dialogs;
     const QString wait =
         u"Please wait..  database is being maintained\r\n\r\nفضلا إنتظر قليلا حتى تتم صيانة قاعدة البيانات"_s;
@@ -113,35 +98,26 @@ TEST_F(MainScreenTest, CompactsAndStamps)
     dialogs.expectMessage(u"Successful\r\nتمت العمليه بنجاح"_s);
     chooseMenu(screen, "mnuCompact");
     EXPECT_EQ(rows(u"select lastcompacted from settings"_s), QStringList(u"15/03/2004"_s));
-    EXPECT_TRUE(engine.dbConnection->isOpen());
-
     engine.compactTempPath = folder() + u"/none/x.mdb"_s;
     dialogs.expectMessage(wait);
     dialogs.expectUntrapped(u"76"_s, u"Path not found"_s);
     EXPECT_TRUE(processEnded(1, [&] { chooseMenu(screen, "mnuCompact"); }));
 }
 
-TEST_F(MainScreenTest, ShowsTheTutorialsEntriesByItsState)
+TEST_F(MainScreenTest, ShowsTheTutorialsEntriesByItsStateAndClosesEverything)
 {
-    engine.tutorialMode = true;
-    screen.load();
-    EXPECT_TRUE(isShown(screen, "lblTutorial") && isShown(screen, "mnuStopTutorial") &&
-                !isShown(screen, "mnuStartTutorial"));
-    engine.tutorialMode = false;
     ScriptedDialogs dialogs;
-    dialogs.expectMessage(u"You have to Start the tutorial first!"_s);
-    chooseMenu(screen, "mnuGenerateData");
-    EXPECT_FALSE(isShown(screen, "mnuGenerateData"));
-    EXPECT_TRUE(isShown(screen, "mnuStartTutorial"));
-}
-
-TEST_F(MainScreenTest, ClosesEverythingWhenItUnloads)
-{
+    for (const bool running : {true, false}) {
+        engine.tutorialMode = running;
+        if (!running)
+            dialogs.expectMessage(u"You have to Start the tutorial first!"_s);
+        control<QAction>(screen, "mnuGenerateData").trigger();
+        EXPECT_EQ(isShown(screen, "mnuGenerateData") && isShown(screen, "mnuStopTutorial"), running);
+        EXPECT_EQ(isShown(screen, "mnuStartTutorial"), !running);
+    }
     Screen other(u"frmOther"_s);
     other.load();
-    screen.load();
-    const ConnectionPtr connection = engine.dbConnection;
-    connection->beginTrans(); // which makes the close fail: ignored
+    engine.dbConnection->beginTrans(); // closing fails now: ignored
     click(screen, "Command4");
     EXPECT_EQ(engine.dbConnection, nullptr);
     EXPECT_TRUE(Screen::loadedScreens().isEmpty());

@@ -40,14 +40,7 @@ const QString &freshStore()
 
 QString quoted(const QString &text)
 {
-    if (text.isNull())
-        return u"null"_s;
-    return u"'"_s + QString(text).replace(u"'"_s, u"''"_s) + u"'"_s;
-}
-
-QString word(bool value)
-{
-    return value ? u"true"_s : u"false"_s;
+    return text.isNull() ? u"null"_s : u"'"_s + QString(text).replace(u"'"_s, u"''"_s) + u"'"_s;
 }
 
 } // namespace
@@ -128,7 +121,7 @@ void StoreFixture::addMember(const TestMember &member)
         {u"insert into members (name,sex,title,relation,dob,[group],valid) values (%1,%2,%3,%4,%5,%6,%7)"_s
              .arg(quoted(member.name), QString::number(member.sex), quoted(member.title),
                   QString::number(member.relation), quoted(member.dob), QString::number(member.group),
-                  word(member.valid))});
+                  Value(member.valid).toText())});
 }
 
 void StoreFixture::addUser(const TestUser &user)
@@ -138,7 +131,7 @@ void StoreFixture::addUser(const TestUser &user)
              "values (%1,%2,%1,%3,%4,%5,%6,%7,%8,%9)"_s.arg(
                  quoted(user.userid), quoted(user.password), QString::number(user.rank),
                  quoted(user.language), quoted(user.fontName), quoted(user.fontSize), quoted(user.fontBold),
-                 quoted(user.fontColor), word(user.valid))});
+                 quoted(user.fontColor), Value(user.valid).toText())});
 }
 
 void StoreFixture::execute(const QStringList &statements)

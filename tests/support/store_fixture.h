@@ -66,11 +66,3 @@ protected:
     /// Runs statements on `engine.dbConnection`.
     static void execute(const QStringList &statements);
 };
-
-/// The language of a table-driven test: true for Arabic.
-class StoreFixtureInLanguage : public StoreFixture, public testing::WithParamInterface<bool>
-{
-protected:
-    StoreFixtureInLanguage() { setLanguage(GetParam()); }
-    bool arabic() const { return GetParam(); }
-};
