@@ -161,10 +161,10 @@ void support::endTest()
 {
     Script::instance().end();
     resetProcess();
-    const auto left = Screen::loadedScreens();
-    for (Screen *screen : left) {
-        screen->hide();
-        if (screen->deletesItself())
+    const auto left = QApplication::topLevelWidgets();
+    for (QWidget *window : left) {
+        auto *screen = qobject_cast<Screen *>(window);
+        if (screen && screen->deletesItself())
             delete screen;
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -148,8 +148,24 @@ TEST(Screen, LivesThroughTheToldEventsInOrder)
     EXPECT_EQ(&theScreen<Probe>(), shared);
     onModal<Probe>([](Probe &shown) { shown.unload(); });
     shared->showModal();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    serveEvents();
     EXPECT_TRUE(watched.isNull());
+
+    // But not below one of its own routines that waits.
+    Probe &busy = theScreen<Probe>();
+    const QPointer waiting(&busy);
+    busy.go_Click = [&] {
+        later([&] { busy.unload(); });
+        for (int i = 0; i < 5; ++i)
+            serveEvents();
+        EXPECT_FALSE(waiting.isNull());
+        EXPECT_FALSE(busy.isLoaded());
+        EXPECT_NE(&theScreen<Probe>(), &busy);
+    };
+    busy.load();
+    click(busy, "cmdGo");
+    serveEvents();
+    EXPECT_TRUE(waiting.isNull());
 }
 
 TEST(Screen, SeesItsOwnKeysBeforeTheControl)

@@ -139,6 +139,7 @@ bool Application::notify(QObject *receiver, QEvent *event)
     const int loops = standingLoops();
     const bool sentByRoutine = loops == process.dispatchedUnder && std::uncaught_exceptions() == 0;
     const QScopedValueRollback dispatching(process.dispatchedUnder, loops);
+    const Screen::InUse inUse(Screen::of(receiver));
     try {
         if (event->type() == QEvent::KeyPress && receiver->isWidgetType()) {
             auto *screen = qobject_cast<Screen *>(static_cast<QWidget *>(receiver)->window());

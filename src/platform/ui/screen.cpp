@@ -64,10 +64,45 @@ QList<Screen *> Screen::loadedScreens()
     return loadedList();
 }
 
+Screen *Screen::of(QObject *object)
+{
+    for (; object; object = object->parent()) {
+        if (auto *screen = qobject_cast<Screen *>(object))
+            return screen;
+    }
+    return nullptr;
+}
+
+Screen::InUse::InUse(Screen *screen) : m_screen(screen)
+{
+    if (m_screen)
+        ++m_screen->m_uses;
+}
+
+Screen::InUse::~InUse()
+{
+    if (m_screen && --m_screen->m_uses == 0 && m_screen->m_discarded)
+        m_screen->deleteWhenUnused();
+}
+
+void Screen::deleteWhenUnused()
+{
+    // Not deleteLater(): a wait inside of one of the screen's own routines would carry it out.
+    QMetaObject::invokeMethod(
+        qApp,
+        [self = QPointer<Screen>(this)] {
+            if (self && self->m_discarded && self->m_uses == 0)
+                delete self.data();
+        },
+        Qt::QueuedConnection);
+}
+
 void Screen::load()
 {
     if (m_loaded)
         return;
+    const InUse inUse(this);
+    m_discarded = false;
     if (!surface())
         setCentralWidget(new QWidget);
     m_loaded = true;
@@ -85,6 +120,7 @@ void Screen::load()
     } catch (...) {
         loadedList().removeOne(this);
         m_loaded = false;
+        m_discarded = m_deletesItself;
         throw;
     }
 }
@@ -128,6 +164,7 @@ void Screen::prepareShowing()
 
 void Screen::showModal()
 {
+    const InUse inUse(this);
     load();
     const QPointer<Screen> self(this);
     if (!m_loaded) // its own load took it away again
@@ -168,7 +205,7 @@ void Screen::unload()
 {
     if (!m_loaded || m_unloading)
         return;
-    const QPointer<Screen> self(this);
+    const InUse inUse(this);
     {
         const QScopedValueRollback unloading(m_unloading, true);
         if (!Form_QueryUnload())
@@ -178,8 +215,7 @@ void Screen::unload()
         loadedList().removeOne(this);
         hide();
     }
-    if (m_deletesItself)
-        deleteLater();
+    m_discarded = m_deletesItself; // the end of this use deletes it
     if (loadedList().isEmpty())
         lookForLastScreen();
 }

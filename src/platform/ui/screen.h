@@ -14,14 +14,14 @@
 /// `txtFields_1` ...
 ///
 /// Life: constructing builds the controls; load() runs Form_Load once and puts the screen on the list of
-/// loaded screens; unload() runs Form_Unload, takes it off the list and deletes it later (unless its owner
-/// keeps it by value; one made by `new` must not be owned by a smart pointer). A screen is shown by
-/// showModal() or showModeless(), which load it when it is not loaded yet. Closing its window unloads it.
-/// Destroying a loaded screen takes it off the list without Form_Unload.
+/// loaded screens; unload() runs Form_Unload, takes it off the list and deletes it once none of its routines
+/// runs any more (unless its owner keeps it by value; one made by `new` must not be owned by a smart
+/// pointer). A screen is shown by showModal() or showModeless(), which load it when it is not loaded yet.
+/// Closing its window unloads it. Destroying a loaded screen takes it off the list without Form_Unload.
 ///
 /// The told order holds: Form_Load, Form_Resize once before the screen is first shown and after each change
-/// of its size, Form_QueryUnload, Form_Unload. A failure in Form_Load reaches the caller and leaves the
-/// screen unloaded.
+/// of its size, Form_QueryUnload, Form_Unload. A failure in Form_Load reaches the caller and leaves the screen
+/// as unloading does, without Form_Unload.
 ///
 /// Keys: Form_KeyDown sees every key that goes to this screen before the control with the focus does. Enter
 /// then clicks the button with the focus or else the one whose `default` property is set; Escape clicks the
@@ -52,6 +52,23 @@ public:
     bool isLoaded() const { return m_loaded; }
     /// Made by `new`: unloading deletes it.
     bool deletesItself() const { return m_deletesItself; }
+    /// Unloaded and to be deleted, as soon as none of its routines runs any more.
+    bool isDiscarded() const { return m_discarded; }
+
+    /// The screen to which an object belongs as a window's part; null for none.
+    static Screen *of(QObject *object);
+    /// Stands while one of a screen's routines may run: as long, an unloaded screen is not deleted.
+    class InUse
+    {
+    public:
+        explicit InUse(Screen *screen);
+        ~InUse();
+        InUse(const InUse &) = delete;
+        InUse &operator=(const InUse &) = delete;
+
+    private:
+        QPointer<Screen> m_screen;
+    };
 
     /// The loaded screens in the order of loading.
     static QList<Screen *> loadedScreens();
@@ -105,7 +122,11 @@ private:
     void makeLegible(QWidget *control);
     void renderGround();
 
+    void deleteWhenUnused();
+
     bool m_deletesItself = false;
+    bool m_discarded = false;
+    int m_uses = 0;
     bool m_loaded = false;
     bool m_unloading = false;
     bool m_resized = false; ///< Form_Resize has run since loading
@@ -119,7 +140,7 @@ template <typename Class>
 Class &theScreen()
 {
     static QPointer<Class> instance;
-    if (!instance)
+    if (!instance || instance->isDiscarded())
         instance = new Class;
     return *instance;
 }
