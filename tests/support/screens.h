@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ui/flex_grid.h"
 #include "platform/ui/screen.h"
 #include "support/printing.h"
 #include "support/scripted_dialogs.h"
