@@ -161,9 +161,11 @@ void support::endTest()
 {
     Script::instance().end();
     resetProcess();
-    const auto left = QApplication::topLevelWidgets();
-    for (QWidget *window : left) {
-        auto *screen = qobject_cast<Screen *>(window);
+    // A screen takes its menus with it, which are windows too.
+    const auto windows = QApplication::topLevelWidgets();
+    const QList<QPointer<QWidget>> left(windows.begin(), windows.end());
+    for (const QPointer<QWidget> &window : left) {
+        auto *screen = qobject_cast<Screen *>(window.data());
         if (screen && screen->deletesItself())
             delete screen;
     }
