@@ -8,10 +8,10 @@ constexpr QChar leftToRightIsolate(0x2066);
 constexpr QChar firstStrongIsolate(0x2068);
 constexpr QChar popIsolate(0x2069);
 
-bool isNumber(FieldType type)
+/// Columns of these stand with their ends below each other. Whole numbers are mostly codes and read as words.
+bool isAmount(FieldType type)
 {
-    return type == FieldType::Long || type == FieldType::Double || type == FieldType::Money ||
-           type == FieldType::Byte;
+    return type == FieldType::Double || type == FieldType::Money;
 }
 
 bool isRightToLeftLetter(QChar c)
@@ -77,7 +77,7 @@ void FlexGrid::Model::reload()
     for (int i = 0; i < m_rows->fieldCount(); ++i) {
         const FieldInfo &field = m_rows->field(i);
         m_fieldNames << field.name;
-        m_alignments << (isNumber(field.type) ? Qt::AlignTrailing : Qt::AlignLeading);
+        m_alignments << (isAmount(field.type) ? Qt::AlignTrailing : Qt::AlignLeading);
     }
     m_headings = m_fieldNames;
     keepTexts();
