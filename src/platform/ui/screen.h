@@ -20,8 +20,8 @@
 /// Closing its window unloads it. Destroying a loaded screen takes it off the list without Form_Unload.
 ///
 /// The told order holds: Form_Load, Form_Resize once before the screen is first shown and after each change
-/// of its size, Form_QueryUnload, Form_Unload. A failure in Form_Load reaches the caller and leaves the screen
-/// as unloading does, without Form_Unload.
+/// of its size, Form_QueryUnload, Form_Unload. A failure in Form_Load reaches the caller and leaves the
+/// screen as unloading does, without Form_Unload.
 ///
 /// Keys: Form_KeyDown sees every key that goes to this screen before the control with the focus does. Enter
 /// then clicks the button with the focus or else the one whose `default` property is set; Escape clicks the
