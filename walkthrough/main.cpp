@@ -23,6 +23,14 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
+/// Drops what the platform without a display says of windows that it can't raise; everything else goes to the
+/// error output.
+void reportMessage(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    if (!message.startsWith(u"This plugin does not support"))
+        QTextStream(stderr) << message << Qt::endl;
+}
+
 /// Starts the program once and returns when it has ended.
 void runProgram()
 {
@@ -87,6 +95,7 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
 
 int main(int argc, char **argv)
 {
+    qInstallMessageHandler(reportMessage);
     Application application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Plays the program's main job and leaves pictures and stores."_s);

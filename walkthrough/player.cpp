@@ -1,22 +1,15 @@
 #include "player.h"
 
+#include "hand.h"
 #include "platform/ui/application.h"
 #include "platform/ui/screen.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QTimer>
-#include <QtGui/QAction>
 #include <QtTest/QtTest>
-#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QComboBox>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
-#include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QPushButton>
 
 #include <stdexcept>
 
@@ -27,11 +20,6 @@ namespace
 
 constexpr int pollInterval = 10;    // milliseconds
 constexpr qint64 patience = 10'000; // milliseconds that a step may wait
-
-[[noreturn]] void fail(const QString &why)
-{
-    throw std::runtime_error(why.toStdString());
-}
 
 Screen *topScreen(const QString &name)
 {
@@ -58,10 +46,7 @@ QString display()
 
 } // namespace
 
-Player::Player(const QString &pictureFolder) : m_pictureFolder(pictureFolder)
-{
-    QDir().mkpath(pictureFolder);
-}
+Player::Player(const QString &pictureFolder) : m_pictureFolder(pictureFolder) {}
 
 void Player::step(const QString &what, std::function<bool()> ready, Action action)
 {
@@ -95,17 +80,15 @@ void Player::answerInput(const QString &text)
         u"input box"_s, [dialog] { return dialog() != nullptr; },
         [dialog, text] {
             auto *box = dialog()->findChild<QLineEdit *>();
-            hand::typeInto(*box, text);
-            hand::press(*box, Qt::Key_Return);
+            hand::fill(*box, text);
+            hand::pressKey(*box, Qt::Key_Return);
         });
 }
 
-void Player::picture(const QWidget &window, const QString &name)
+void Player::picture(QWidget &window, const QString &name)
 {
-    const QString file =
-        u"%1/%2-%3.png"_s.arg(m_pictureFolder).arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
-    if (!const_cast<QWidget &>(window).grab().save(file))
-        fail(u"the picture "_s + file + u" could not be written"_s);
+    hand::savePicture(window,
+                      u"%1/%2-%3.png"_s.arg(m_pictureFolder).arg(++m_pictures, 2, 10, QChar(u'0')).arg(name));
 }
 
 void Player::play()
@@ -126,7 +109,7 @@ void Player::stop(const QString &why)
     m_failure = why;
     for (QWidget *window : QApplication::topLevelWidgets()) {
         if (window->isVisible())
-            window->grab().save(u"%1/stopped-%2.png"_s.arg(m_pictureFolder, window->objectName()));
+            hand::savePicture(*window, u"%1/stopped-%2.png"_s.arg(m_pictureFolder, window->objectName()));
     }
     endProcess(1);
 }
@@ -156,84 +139,3 @@ void Player::poll()
         stop(u"%1: %2"_s.arg(step.what, QString::fromUtf8(error.what())));
     }
 }
-
-namespace hand
-{
-
-QWidget &control(const Screen &screen, const char *name)
-{
-    auto *widget = screen.findChild<QWidget *>(QString::fromLatin1(name));
-    if (widget == nullptr)
-        fail(u"%1 has no control %2"_s.arg(screen.objectName(), QString::fromLatin1(name)));
-    if (!widget->isVisible() || !widget->isEnabled())
-        fail(u"%1 can't be used on %2"_s.arg(QString::fromLatin1(name), screen.objectName()));
-    return *widget;
-}
-
-void click(const Screen &screen, const char *button)
-{
-    QWidget &widget = control(screen, button);
-    // A check box or an option takes the click on its mark, which stands at the leading edge.
-    const bool marked = qobject_cast<QAbstractButton *>(&widget) != nullptr &&
-                        qobject_cast<QPushButton *>(&widget) == nullptr;
-    const int edge = widget.layoutDirection() == Qt::RightToLeft ? widget.width() - 10 : 10;
-    QTest::mouseClick(&widget, Qt::LeftButton, {},
-                      marked ? QPoint(edge, widget.height() / 2) : widget.rect().center());
-}
-
-void press(QWidget &target, Qt::Key key)
-{
-    QTest::keyClick(&target, key);
-}
-
-void typeInto(QWidget &box, const QString &text)
-{
-    QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
-    if (text.isEmpty())
-        QTest::keyClick(&box, Qt::Key_Delete);
-    for (const QChar letter : text)
-        QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, QString(letter), Qt::NoModifier);
-}
-
-void type(const Screen &screen, const char *box, const QString &text)
-{
-    QWidget &widget = control(screen, box);
-    widget.setFocus(Qt::MouseFocusReason);
-    typeInto(widget, text);
-}
-
-void choose(const Screen &screen, const char *combo, const QString &entry)
-{
-    auto &box = dynamic_cast<QComboBox &>(control(screen, combo));
-    const int index = box.findText(entry);
-    if (index < 0)
-        fail(u"%1 has no entry %2"_s.arg(QString::fromLatin1(combo), entry));
-    box.showPopup();
-    QAbstractItemView &view = *box.view();
-    QTest::qWait(1);
-    const QModelIndex item = box.model()->index(index, box.modelColumn());
-    view.scrollTo(item);
-    view.setCurrentIndex(item);
-    QTest::keyClick(&view, Qt::Key_Return);
-}
-
-void chooseMenu(const Screen &screen, const char *menu, const char *entry)
-{
-    QMenuBar &bar = *screen.menuBar();
-    const auto find = [](const QWidget &holder, const char *name) -> QAction * {
-        for (QAction *action : holder.actions()) {
-            if (action->objectName() == QLatin1StringView(name) ||
-                (action->menu() != nullptr && action->menu()->objectName() == QLatin1StringView(name)))
-                return action;
-        }
-        fail(u"there is no menu "_s + QString::fromLatin1(name));
-    };
-    QAction *top = find(bar, menu);
-    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(top).center());
-    if (entry == nullptr)
-        return;
-    QMenu &popup = *top->menu();
-    QTest::mouseClick(&popup, Qt::LeftButton, {}, popup.actionGeometry(find(popup, entry)).center());
-}
-
-} // namespace hand

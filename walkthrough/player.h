@@ -33,7 +33,7 @@ public:
     void answerInput(const QString &text);
 
     /// Takes a picture of a window.
-    void picture(const QWidget &window, const QString &name);
+    void picture(QWidget &window, const QString &name);
 
     /// Plays on from here; the steps run as soon as events are served.
     void play();
@@ -59,20 +59,3 @@ private:
     QString m_pictureFolder;
     int m_pictures = 0;
 };
-
-/// What a person does to a control. Each fails the story by a std::runtime_error when the control is not
-/// there or can't be used.
-namespace hand
-{
-QWidget &control(const Screen &screen, const char *name);
-void click(const Screen &screen, const char *button);
-/// Clicks into the box and types in place of what stands there.
-void type(const Screen &screen, const char *box, const QString &text);
-/// Types into whatever box has the focus.
-void typeInto(QWidget &box, const QString &text);
-void press(QWidget &target, Qt::Key key);
-/// Opens the drop-down list and clicks the entry.
-void choose(const Screen &screen, const char *combo, const QString &entry);
-/// Opens the menu in the menu bar and clicks the entry; for an entry of the bar itself `entry` is null.
-void chooseMenu(const Screen &screen, const char *menu, const char *entry);
-} // namespace hand

@@ -1,5 +1,6 @@
 #include "story.h"
 
+#include "hand.h"
 #include "platform/ui/screen.h"
 #include "player.h"
 
@@ -22,14 +23,14 @@ void addPerson(Player &player, const Story &story, const Person &person)
 {
     player.on(u"frmMembers"_s, [person](Screen &screen) {
         hand::click(screen, "cmdAdd");
-        hand::type(screen, "txtFields_0", person.name);
+        hand::fill(screen, "txtFields_0", person.name);
         hand::click(screen, "txtFields_1");
         hand::choose(screen, "Combo1", person.sex);
-        hand::type(screen, "txtFields_2", person.title);
+        hand::fill(screen, "txtFields_2", person.title);
         hand::click(screen, "txtFields_3");
         hand::choose(screen, "Combo1", person.relation);
-        hand::type(screen, "txtFields_4", person.born);
-        hand::type(screen, "txtFields_5", person.group);
+        hand::fill(screen, "txtFields_4", person.born);
+        hand::fill(screen, "txtFields_5", person.group);
         hand::click(screen, "cmdUpdate");
     });
     player.acceptMessage(question(story));
@@ -108,9 +109,9 @@ void playFirstUser(Player &player, const Story &story)
     const QString name = story.name;
     player.acceptMessage(u"You have to create a user SOON!"_s);
     player.on(u"frmNewUser"_s, [&player, name](Screen &screen) {
-        hand::type(screen, "txtUsername", u"وكيل العائلة"_s);
-        hand::type(screen, "txtPassword1", password);
-        hand::type(screen, "txtPassword2", password);
+        hand::fill(screen, "txtUsername", u"وكيل العائلة"_s);
+        hand::fill(screen, "txtPassword1", password);
+        hand::fill(screen, "txtPassword2", password);
         player.picture(screen, name + u"-frmNewUser"_s);
         hand::click(screen, "cmdOK");
     });
@@ -128,7 +129,7 @@ void playRevenue(Player &player, const Story &story, const std::function<void()>
 {
     const QString name = story.name;
     player.on(u"frmLogin"_s, [&player, name](Screen &screen) {
-        hand::type(screen, "txtPassword", password);
+        hand::fill(screen, "txtPassword", password);
         player.picture(screen, name + u"-frmLogin"_s);
         hand::click(screen, "cmdOK");
     });
@@ -153,10 +154,10 @@ void playRevenue(Player &player, const Story &story, const std::function<void()>
     player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command9"); });
     player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command2"); });
     player.on(u"frmRevenue"_s, [&player, story](Screen &screen) {
-        hand::type(screen, "txtAmount", story.revenue);
+        hand::fill(screen, "txtAmount", story.revenue);
         hand::click(screen, "cmdAll");
-        hand::press(hand::control(screen, "txtAmount"), Qt::Key_Return);
-        hand::type(screen, "txtNote", story.arabic ? u"إيجار الدكان"_s : u"Rent of the shop"_s);
+        hand::pressKey(hand::reach(screen, "txtAmount"), Qt::Key_Return);
+        hand::fill(screen, "txtNote", story.arabic ? u"إيجار الدكان"_s : u"Rent of the shop"_s);
         player.picture(screen, story.name + u"-frmRevenue"_s);
         hand::click(screen, "cmdEntry");
     });

@@ -4,6 +4,7 @@
 #include "platform/ui/screen.h"
 #include "support/printing.h"
 #include "support/scripted_dialogs.h"
+#include "walkthrough/hand.h"
 
 #include <gtest/gtest.h>
 
@@ -36,17 +37,13 @@
 template <typename Class = QWidget>
 Class &control(const Screen &screen, const char *name);
 
-/// Clicks a button, check box, option or any other control with the mouse. A hidden or disabled one fails the
-/// test.
-void click(Screen &screen, const char *name);
-/// Puts the focus on a control and types, key by key; a line feed is the Enter key.
-void typeText(Screen &screen, const char *name, const QString &text);
-/// The same in place of what the box holds; in a date picker `dd/MM/yyyy`.
-void fill(Screen &screen, const char *name, const QString &text);
-/// Pastes from the clipboard in place of what the box holds: for long texts.
-void paste(Screen &screen, const char *name, const QString &text);
-/// A key to the control with the focus, or to the screen.
-void pressKey(Screen &screen, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+using hand::click;
+using hand::fill;
+using hand::isEnabled;
+using hand::isShown;
+using hand::paste;
+using hand::pressKey;
+using hand::typeText;
 /// Picks an entry of a combo box by its text, as a user does: currentIndexChanged, activated.
 void choose(Screen &screen, const char *name, const QString &entry);
 /// Triggers a menu's entry. A hidden or disabled one fails the test.
@@ -54,8 +51,6 @@ void chooseMenu(Screen &screen, const char *name);
 
 /// Caption of a label, button, option, check box, frame, menu or entry; else the text of a box.
 QString textOf(const Screen &screen, const char *name);
-bool isShown(const Screen &screen, const char *name); ///< visible on its screen, shown or not
-bool isEnabled(const Screen &screen, const char *name);
 
 /// Saves a picture of a window to a PNG file and makes its folder. A relative path stands for a file in the
 /// folder that the environment's QUVANA_PICTURES names; without it nothing is saved, so a test may leave its
@@ -86,7 +81,6 @@ testing::AssertionResult processEnded(int exitCode, const std::function<void()> 
 
 namespace support
 {
-QObject *findControl(const Screen &screen, const char *name);
 [[noreturn]] void missControl(const Screen &screen, const char *name, const std::type_info &wanted);
 void beginTest();
 void endTest();
@@ -97,7 +91,7 @@ std::string className(const std::type_info &type);
 template <typename Class>
 Class &control(const Screen &screen, const char *name)
 {
-    auto *found = dynamic_cast<Class *>(support::findControl(screen, name));
+    auto *found = dynamic_cast<Class *>(hand::find(screen, name));
     if (!found)
         support::missControl(screen, name, typeid(Class));
     return *found;

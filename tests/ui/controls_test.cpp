@@ -78,7 +78,7 @@ TEST(Controls, AreFoundByNameWhereverTheyStand)
         ADD_FAILURE();
     } catch (const std::runtime_error &miss) {
         EXPECT_STREQ(miss.what(),
-                     "no QLineEdit txtNone on frmFind; there are cmdGroup_0(QPushButton) LBLName_1(QLabel)");
+                     "QLineEdit: no txtNone on frmFind; there are cmdGroup_0(QPushButton) LBLName_1(QLabel)");
     }
 }
 
