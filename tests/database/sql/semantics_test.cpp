@@ -1,4 +1,5 @@
-#include "database/sql/memory_store.h"
+#include "database/sql/seeded_store.h"
+#include "platform/database/sql/compiler.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ struct RowsCase {
 template <size_t count>
 void check(const RowsCase (&cases)[count])
 {
-    MemoryStore store;
+    SeededStore store;
     for (const RowsCase &entry : cases) {
         const QString text = QString::fromUtf16(entry.text);
         SCOPED_TRACE(text.toStdString());
@@ -139,7 +140,7 @@ TEST(SqlSemantics, RowsComeInATellableOrder)
 
 TEST(SqlSemantics, ResultTellsWhereItsFieldsComeFrom)
 {
-    MemoryStore store;
+    SeededStore store;
     const sql::Compiled set = sql::compile(
         u"select sn as maxid, SN, sn+1, (select name from members) from settings as s order by s.sn"_s,
         store.catalog());

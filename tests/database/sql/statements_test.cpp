@@ -1,4 +1,4 @@
-#include "database/sql/memory_store.h"
+#include "database/sql/seeded_store.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <gtest/gtest.h>
@@ -355,7 +355,7 @@ protected:
             const QString text = expanded(entry.text);
             SCOPED_TRACE(text.toStdString());
             try {
-                const MemoryStore::Result result = m_store.tryOut(text);
+                const SeededStore::Result result = m_store.tryOut(text);
                 EXPECT_EQ(entry.error, 0) << "was not refused";
                 EXPECT_EQ(result.columns.toStdString(), entry.columns);
                 EXPECT_EQ(result.columns.isEmpty() ? result.changes : int(result.rows.size()), entry.rows);
@@ -364,7 +364,7 @@ protected:
             }
         }
     }
-    MemoryStore m_store;
+    SeededStore m_store;
 };
 
 TEST_F(Statements, Start)

@@ -1,5 +1,6 @@
-#include "database/sql/memory_store.h"
+#include "database/sql/seeded_store.h"
 #include "platform/database/engine.h"
+#include "platform/database/sql/compiler.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <gtest/gtest.h>
@@ -62,7 +63,7 @@ TEST(SqlSyntax, RefusalsSayWhatAndWhere)
         {u"select (select id, name from users) from ledger",
          u"You have written a subquery that can return more than one"},
     };
-    MemoryStore store;
+    SeededStore store;
     for (const Case &entry : cases) {
         QString description;
         const int number = errorOf(store, QString::fromUtf16(entry.text), &description);
@@ -88,7 +89,7 @@ QString nested(const QString &open, const QString &middle, const QString &close,
 
 TEST(SqlSyntax, DepthAndLengthAreBounded)
 {
-    MemoryStore store;
+    SeededStore store;
     const QString where = u"select id from ledger where "_s;
     // What passes here also passes the engine's own parser, whose stack is short.
     for (int depth = 1; depth <= 100'000; depth = depth < 20 ? depth + 1 : depth * 10) {
@@ -145,7 +146,7 @@ TEST(SqlSyntax, DamagedStatementsEndCleanly)
         u"update [general] set [transactiondetail]='x',[gtype]=gtype+1 where not transactionid is null",
         u"insert into [ledger] select * from [ledger1]",
     };
-    MemoryStore store;
+    SeededStore store;
     const auto tried = [&store](const QString &text) {
         try {
             for (const sql::Step &step : sql::compile(text, store.catalog()).steps) {

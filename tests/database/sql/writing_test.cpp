@@ -1,4 +1,4 @@
-#include "database/sql/memory_store.h"
+#include "database/sql/seeded_store.h"
 #include "platform/database/engine.h"
 #include "platform/database/sql/storage.h"
 #include "platform/runtime/dates.h"
@@ -32,7 +32,7 @@ protected:
     std::string rows(const char16_t *text) { return m_store.rows(QString::fromUtf16(text)).toStdString(); }
     int error(const char16_t *text) { return errorOf(m_store, QString::fromUtf16(text)); }
 
-    MemoryStore m_store;
+    SeededStore m_store;
 };
 
 TEST_F(SqlWriting, ValuesAreConvertedToTheirColumns)
@@ -67,7 +67,7 @@ TEST_F(SqlWriting, ValuesAreConvertedToTheirColumns)
         SCOPED_TRACE(assignment.toStdString());
         ASSERT_EQ(errorOf(m_store, u"update settings set "_s + assignment), entry.error);
         if (entry.error == 0) {
-            MemoryStore fresh;
+            SeededStore fresh;
             fresh.run(u"update settings set "_s + assignment);
             EXPECT_EQ(
                 fresh.rows(u"select "_s + assignment.section(u'=', 0, 0) + u" from settings"_s).toStdString(),
@@ -175,7 +175,7 @@ TEST_F(SqlWriting, SelectIntoCopiesTypesAndNothingElse)
     run(u"select name & '!' as loud, amount*2 as twice, amount/3 as part, ddate is null as bare, count(*) as "
         u"n "
         u"into [odd table] from ledger where id=1 group by name, amount, ddate");
-    const MemoryStore::Result odd = m_store.run(u"select * from [odd table]"_s);
+    const SeededStore::Result odd = m_store.run(u"select * from [odd table]"_s);
     EXPECT_EQ(odd.columns.toStdString(), "loud text(255), twice money, part double, bare boolean, n long");
     EXPECT_EQ(odd.rows.join(u' ').toStdString(), "Amina!|250|41.6666666666667|False|1");
     run(u"drop table [odd table]");

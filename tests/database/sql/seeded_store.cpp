@@ -1,12 +1,10 @@
-#include "database/sql/memory_store.h"
+#include "database/sql/seeded_store.h"
 
+#include "database/temp_store.h"
 #include "platform/database/engine.h"
-#include "platform/database/sql/ddl.h"
-#include "platform/database/sql/storage.h"
+#include "platform/database/session.h"
 
 #include <sqlcipher/sqlite3.h>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
@@ -93,6 +91,56 @@ constexpr const char16_t *seed[] = {
     u"01/03/2004')",
 };
 
+ColumnDefinition columnFrom(const QString &text)
+{
+    using Type = ColumnDefinition::Type;
+    static const std::pair<QString, Type> types[] = {
+        {u"byte"_s, Type::Byte},       {u"long"_s, Type::Long}, {u"money"_s, Type::Money},
+        {u"boolean"_s, Type::Boolean}, {u"date"_s, Type::Date}, {u"counter"_s, Type::Counter}};
+    ColumnDefinition column{text.section(u':', 0, 0)};
+    const QString type = text.section(u':', 1);
+    for (const auto &[name, meaning] : types) {
+        if (type.startsWith(name))
+            column.type = meaning;
+    }
+    column.size = type.section(u'(', 1).section(u')', 0, 0).toInt();
+    column.emptyTextAllowed = !type.endsWith(u'!');
+    column.defaultTrue = type.endsWith(u'+');
+    return column;
+}
+
+/// Makes the file that every store of this process starts as a copy of.
+void makeTemplate(const QString &path)
+{
+    StoreFile file = StoreFile::create(path, u"romanqvlt"_s);
+    for (const char *line : schema) {
+        const QStringList parts = QString::fromLatin1(line).split(u'|');
+        TableDefinition table{parts[0], {}, {}};
+        for (const QString &column : parts[1].split(u' '))
+            table.columns.push_back(columnFrom(column));
+        for (const QString &index : parts[2].split(u' '))
+            table.indexes.push_back(index);
+        file.appendTable(table);
+    }
+    file.close();
+    const ConnectionPtr connection = Connection::create();
+    connection->open(connectionTo(path));
+    connection->beginTrans();
+    for (const char16_t *text : seed)
+        connection->execute(QString::fromUtf16(text));
+    connection->commitTrans();
+}
+
+QString templatePath()
+{
+    static const QTemporaryDir folder;
+    static const QString path = [] {
+        makeTemplate(folder.filePath(u"template.mdb"_s));
+        return folder.filePath(u"template.mdb"_s);
+    }();
+    return path;
+}
+
 QString typeName(const FieldInfo &field)
 {
     switch (field.type) {
@@ -116,117 +164,72 @@ QString typeName(const FieldInfo &field)
 
 } // namespace
 
-void MemoryStore::Close::operator()(sqlite3 *handle) const
+SeededStore::SeededStore() : m_connection(Connection::create())
 {
-    sqlite3_close(handle);
+    const QString path = m_folder.filePath(u"store.mdb"_s);
+    QFile::copy(templatePath(), path);
+    m_connection->open(connectionTo(path));
 }
 
-MemoryStore::MemoryStore()
+const sql::Catalog &SeededStore::catalog() const
 {
-    sqlite3 *handle = nullptr;
-    sqlite3_open(":memory:", &handle);
-    m_handle.reset(handle);
-    sqlite3_extended_result_codes(handle, 1);
-    sql::registerFunctions(handle);
-    raw(sql::createCountersText());
-    for (const char *line : schema) {
-        const QStringList parts = QString::fromLatin1(line).split(u'|');
-        sql::CatalogTable table;
-        table.name = parts[0];
-        bool counted = false;
-        for (const QString &part : parts[1].split(u' ')) {
-            QString type = part.section(u':', 1);
-            const bool refused = type.endsWith(u'!');
-            const bool defaultTrue = type.endsWith(u'+');
-            if (refused || defaultTrue)
-                type.chop(1);
-            table.columns.push_back(sql::columnFromDeclaration(part.section(u':', 0, 0), type, {}, {}));
-            table.columns.back().emptyTextAllowed = !refused;
-            table.columns.back().defaultTrue = defaultTrue;
-            counted = counted || table.columns.back().counter;
-        }
-        raw(sql::createTableText(table));
-        const QStringList indexes = parts[2].split(u' ');
-        for (const QByteArray &text : sql::createIndexTexts(table.name, {indexes.begin(), indexes.end()}))
-            raw(text);
-        if (counted) {
-            const sql::Step step = sql::startCounterStep(table.name);
-            database::Statement statement(handle, step.text);
-            database::Run(statement, step.parameters).next();
-        }
-    }
-    m_catalog = sql::readCatalog(handle);
-    for (const char16_t *text : seed)
-        run(QString::fromUtf16(text));
+    return m_connection->session().catalog();
 }
 
-void MemoryStore::raw(const QByteArray &text)
+sqlite3 *SeededStore::handle() const
 {
-    database::Statement statement(handle(), text);
-    database::Run(statement, {}).next();
+    return m_connection->session().engine().handle();
 }
 
-MemoryStore::Result MemoryStore::run(const QString &text)
+SeededStore::Result SeededStore::run(const QString &text)
 {
-    const sql::Compiled compiled = sql::compile(text, m_catalog);
+    const auto written = [this] {
+        const QByteArray drawn = "select total(last) from system_counters";
+        return sqlite3_total_changes(handle()) -
+               int(std::get<double>(m_connection->session().engine().first(drawn)));
+    };
     Result result;
-    QStringList columns;
-    for (const FieldInfo &field : compiled.columns)
-        columns.append(field.name + u' ' + typeName(field));
-    result.columns = columns.join(u", "_s);
-    raw("savepoint step");
-    try {
-        for (const sql::Step &step : compiled.steps) {
-            const int before = sqlite3_total_changes(handle());
-            database::Statement statement(handle(), step.text);
-            database::Run run(statement, step.parameters);
-            while (run.next()) {
-                QStringList row;
-                for (size_t index = 0; index < compiled.columns.size(); ++index) {
-                    const Value value =
-                        sql::fromStorage(run.column(int(index)), compiled.columns[index].type);
-                    row.append(value.isNull() ? u"Null"_s : value.toText());
-                }
-                result.rows.append(row.join(u'|'));
-            }
-            if (!step.text.startsWith("update system_counters"))
-                result.changes += sqlite3_total_changes(handle()) - before;
-        }
-    } catch (...) {
-        raw("rollback to step");
-        raw("release step");
-        throw;
+    const int before = written();
+    const RecordsetPtr set = Recordset::create();
+    set->open(text, m_connection, CursorType::Static, LockType::Optimistic);
+    if (!set->isOpen()) {
+        result.changes = written() - before;
+        return result;
     }
-    raw("release step");
-    if (compiled.changesSchema)
-        m_catalog = sql::readCatalog(handle());
+    QStringList columns;
+    for (int index = 0; index < set->fieldCount(); ++index)
+        columns.append(set->field(index).name + u' ' + typeName(set->field(index)));
+    result.columns = columns.join(u", "_s);
+    for (int position = 0; position < set->rowCount(); ++position) {
+        QStringList row;
+        for (int index = 0; index < set->fieldCount(); ++index) {
+            const Value value = set->valueAt(position, index);
+            row.append(value.isNull() ? u"Null"_s : value.toText());
+        }
+        result.rows.append(row.join(u'|'));
+    }
     return result;
 }
 
-QString MemoryStore::rows(const QString &text)
+QString SeededStore::rows(const QString &text)
 {
     return run(text).rows.join(u' ');
 }
 
-MemoryStore::Result MemoryStore::tryOut(const QString &text)
+SeededStore::Result SeededStore::tryOut(const QString &text)
 {
-    raw("savepoint trial");
-    const auto undo = [this] {
-        raw("rollback to trial");
-        raw("release trial");
-        m_catalog = sql::readCatalog(handle());
-    };
+    m_connection->beginTrans();
     try {
         Result result = run(text);
-        undo();
+        m_connection->rollbackTrans();
         return result;
     } catch (...) {
-        undo();
+        m_connection->rollbackTrans();
         throw;
     }
 }
 
-int errorOf(MemoryStore &store, const QString &text, QString *description)
+int errorOf(SeededStore &store, const QString &text, QString *description)
 {
     try {
         store.tryOut(text);
