@@ -113,7 +113,7 @@ void StoreFile::appendTable(const TableDefinition &table)
                                  .defaultTrue = column.defaultTrue});
     }
     d->engine->run(sql::createTableText(entry));
-    for (const QByteArray &text : sql::createIndexTexts(table.name, table.indexes))
+    for (const QByteArray &text : sql::createIndexTexts(entry, table.indexes))
         d->engine->run(text);
     if (hasCounter)
         d->engine->run(sql::startCounterStep(table.name));

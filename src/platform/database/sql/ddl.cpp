@@ -41,6 +41,20 @@ QByteArray constraint(const CatalogColumn &column, const char *suffix, const QBy
            ')';
 }
 
+// A text of at most that many UTF-16 units, told by the engine's own functions alone, so that every tool can
+// write. Each character counts once, and once more when its UTF-8 form has four bytes, that is when it begins
+// with F0 to F4. The engine counts characters up to a NUL only; a text with one must be short in bytes.
+QByteArray sizeCondition(const QByteArray &name, int size)
+{
+    const QByteArray units = QByteArray::number(size);
+    const QByteArray bytes = "cast(" + name + " as blob)";
+    QByteArray rest = name;
+    for (const char *lead : {"F0", "F1", "F2", "F3", "F4"})
+        rest = "replace(" + rest + ", x'" + lead + "', '')";
+    return "length(" + bytes + ") <= " + units + " or instr(" + bytes + ", x'00') = 0 and length(" + name +
+           ") + length(" + bytes + ") - length(cast(" + rest + " as blob)) <= " + units;
+}
+
 QByteArray constraints(const CatalogColumn &column, TableForm form)
 {
     const QByteArray name = quotedName(column.name);
@@ -62,10 +76,9 @@ QByteArray constraints(const CatalogColumn &column, TableForm form)
     case FieldType::Double:
         return {};
     case FieldType::Text: {
-        QByteArray text =
-            constraint(column, "_size", "length(" + name + ") <= " + QByteArray::number(column.size));
+        QByteArray text = constraint(column, "_size", sizeCondition(name, column.size));
         if (form == TableForm::Full && !column.emptyTextAllowed)
-            text += constraint(column, "_empty", "length(" + name + ") > 0");
+            text += constraint(column, "_empty", "length(cast(" + name + " as blob)) > 0");
         return text;
     }
     }
@@ -125,13 +138,17 @@ QByteArray createTableText(const CatalogTable &table, TableForm form)
     return text + ')';
 }
 
-std::vector<QByteArray> createIndexTexts(const QString &table, const std::vector<QString> &columns)
+std::vector<QByteArray> createIndexTexts(const CatalogTable &table, const std::vector<QString> &columns)
 {
     std::vector<QByteArray> texts;
     for (const QString &column : columns) {
-        texts.push_back((texts.empty() ? "create unique index " : "create index ") +
-                        quotedName(QString(table + u'_' + column)) + " on " + quotedName(table) + " (" +
-                        quotedName(column) + ')');
+        QByteArray text = (texts.empty() ? "create unique index " : "create index ") +
+                          quotedName(QString(table.name + u'_' + column)) + " on " + quotedName(table.name) +
+                          " (" + quotedName(column) + ')';
+        const CatalogColumn *found = table.find(column);
+        if (found && found->type == FieldType::Text)
+            text += " where " + quotedName(column) + " is not null";
+        texts.push_back(text);
     }
     return texts;
 }
