@@ -126,6 +126,37 @@ TEST_F(SqlWriting, FileHoldsTheToldFormsAndDefendsThem)
     }
 }
 
+TEST_F(SqlWriting, TextsAreCountedInUtf16UnitsOnEveryRoad)
+{
+    const QString fitting = u"\U0001F600\U0010FFFF\U000E0041"_s.repeated(8) + u"xy"_s; // 50 units
+    const QString holed = u'a' + QString(QChar(0)) + u'b';
+    const struct {
+        QString text;
+        int error;
+    } cases[] = {
+        {fitting, 0},
+        {fitting + u'z', fieldTooSmall},
+        {QString(50, u'\u0645'), 0},
+        {QString(51, u'\u0645'), fieldTooSmall},
+        {holed + QString(47, u'x'), 0},
+        {holed + QString(48, u'x'), fieldTooSmall},
+    };
+    for (const auto &[text, expected] : cases) {
+        m_store.run(u"select '%1' as wide into [wide] from settings"_s.arg(text));
+        const QString half = text.first(20) + u"' & '"_s + text.sliced(20);
+        const QString roads[] = {
+            u"update settings set desceased='%1'"_s.arg(text),
+            u"update settings set desceased='%1'"_s.arg(half),
+            u"insert into settings (desceased) values('%1')"_s.arg(half),
+            u"update settings set desceased=(select wide from [wide])"_s,
+            u"insert into settings (desceased) select wide from [wide]"_s,
+        };
+        for (const QString &road : roads)
+            EXPECT_EQ(errorOf(m_store, road), expected) << road.toStdString();
+        run(u"drop table [wide]");
+    }
+}
+
 TEST_F(SqlWriting, CountersNeverComeBack)
 {
     run(u"insert into relations (relationar,relationen) values('x','x')");
