@@ -137,21 +137,13 @@ void Recordset::Private::takeValues(int row, const std::vector<int> &columns,
     }
 }
 
-database::RowCondition Recordset::Private::condition(const QString &text,
-                                                     database::RowCondition::Form form) const
-{
-    return {text, rows->fields(), form, [this](const QString &left, const QString &right) {
-                return connection->session().compareTexts(left, right);
-            }};
-}
-
 void Recordset::Private::select(const QString &text)
 {
     readAll();
     if (text.trimmed().isEmpty()) {
         view.reset();
     } else {
-        const auto wanted = condition(text, database::RowCondition::Form::Filter);
+        const database::RowCondition wanted(text, rows->fields(), database::RowCondition::Form::Filter);
         std::vector<int> selected;
         for (int row = 0; row < rows->count(); ++row) {
             if (wanted.matches(*rows, row))

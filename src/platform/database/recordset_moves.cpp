@@ -140,7 +140,8 @@ const QString &Recordset::filter() const noexcept
 void Recordset::find(const QString &criterion)
 {
     leaveRow();
-    const auto wanted = d->condition(criterion, database::RowCondition::Form::Criterion);
+    const database::RowCondition wanted(criterion, d->rows->fields(),
+                                        database::RowCondition::Form::Criterion);
     d->currentRow(); // without one there is nothing to start from
     int position = d->position;
     while (position < d->count() && !wanted.matches(*d->rows, d->rowAt(position)))

@@ -57,7 +57,6 @@ struct Recordset::Private {
     int indexOf(const QString &name) const;
     const FieldInfo &field(int index) const;
 
-    database::RowCondition condition(const QString &text, database::RowCondition::Form form) const;
     /// The table that the rows are of; `columns` gets each field's place in it, -1 for an expression.
     database::TableAccess tableAccess(std::vector<int> &columns) const;
     database::TableAccess::Key keyOf(int row, const std::vector<int> &columns) const;

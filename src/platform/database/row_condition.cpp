@@ -1,6 +1,7 @@
 #include "platform/database/row_condition.h"
 
 #include "platform/database/errors.h"
+#include "platform/database/sql/collation.h"
 #include "platform/database/sql/lexer.h"
 #include "platform/database/sql/literals.h"
 #include "platform/runtime/dates.h"
@@ -59,7 +60,7 @@ int compareValues(const Value &cell, const Value &value)
 }
 
 // `*` or `%` stands for any text, at either end or both.
-bool isLike(const QString &text, QString pattern, const RowCondition::CompareTexts &compare)
+bool isLike(const QString &text, QString pattern)
 {
     const auto isWildcard = [](QChar character) { return character == u'*' || character == u'%'; };
     const bool openStart = pattern.size() > 1 && isWildcard(pattern.front());
@@ -74,7 +75,13 @@ bool isLike(const QString &text, QString pattern, const RowCondition::CompareTex
         return text.startsWith(pattern, Qt::CaseInsensitive);
     if (openStart)
         return text.endsWith(pattern, Qt::CaseInsensitive);
-    return compare(text, pattern) == 0;
+    return sql::compareTexts(text, pattern) == 0;
+}
+
+bool textFulfils(const QString &text, RowCondition::Comparison comparison, const QString &value)
+{
+    return comparison == RowCondition::Comparison::Like ? isLike(text, value)
+                                                        : fulfils(comparison, sql::compareTexts(text, value));
 }
 
 } // namespace
@@ -279,9 +286,8 @@ private:
     const std::vector<FieldInfo> &m_fields;
 };
 
-RowCondition::RowCondition(const QString &text, const std::vector<FieldInfo> &fields, Form form,
-                           CompareTexts compare)
-    : m_root(ConditionParser(text, fields).parse(form)), m_compare(std::move(compare))
+RowCondition::RowCondition(const QString &text, const std::vector<FieldInfo> &fields, Form form)
+    : m_root(ConditionParser(text, fields).parse(form))
 {
 }
 
@@ -320,15 +326,9 @@ bool RowCondition::holds(const Clause &clause, const Rows &rows, int row) const
         clause.outcomes.resize(rows.texts().size());
     signed char &outcome = clause.outcomes[std::size_t(text)];
     if (outcome == 0)
-        outcome = holdsForText(clause, rows.texts()[std::size_t(text)]) ? 1 : -1;
+        outcome =
+            textFulfils(rows.texts()[std::size_t(text)], clause.comparison, clause.value.toText()) ? 1 : -1;
     return outcome > 0;
-}
-
-bool RowCondition::holdsForText(const Clause &clause, const QString &text) const
-{
-    const QString value = clause.value.toText();
-    return clause.comparison == Comparison::Like ? isLike(text, value, m_compare)
-                                                 : fulfils(clause.comparison, m_compare(text, value));
 }
 
 } // namespace database

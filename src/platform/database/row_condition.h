@@ -4,7 +4,6 @@
 
 #include <QtCore/QString>
 
-#include <functional>
 #include <vector>
 
 namespace database
@@ -23,11 +22,8 @@ public:
     };
     enum class Comparison { Less, LessEqual, Equal, NotEqual, GreaterEqual, Greater, Like };
 
-    /// Compares two texts as the store does: below, at or above 0.
-    using CompareTexts = std::function<int(const QString &, const QString &)>;
-
     /// @throws RuntimeError 3001 for a bad text, 3265 for an unknown field
-    RowCondition(const QString &text, const std::vector<FieldInfo> &fields, Form form, CompareTexts compare);
+    RowCondition(const QString &text, const std::vector<FieldInfo> &fields, Form form);
 
     /// Whether a row of a set with those fields fulfils the condition.
     bool matches(const Rows &rows, int row) const;
@@ -48,10 +44,8 @@ private:
     };
     bool holds(const Node &node, const Rows &rows, int row) const;
     bool holds(const Clause &clause, const Rows &rows, int row) const;
-    bool holdsForText(const Clause &clause, const QString &text) const;
 
     Node m_root;
-    CompareTexts m_compare;
 };
 
 } // namespace database

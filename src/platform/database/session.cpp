@@ -57,19 +57,6 @@ void Session::run(const sql::Step &step)
     Run(prepared(step.text), step.parameters).next();
 }
 
-sql::Parameter Session::first(const sql::Step &step)
-{
-    Run run(prepared(step.text), step.parameters);
-    return run.next() ? run.column(0) : sql::Parameter();
-}
-
-int Session::compareTexts(const QString &left, const QString &right)
-{
-    const sql::Parameter order = first(
-        {"select (?1 collate arabic > ?2) - (?1 collate arabic < ?2)", {left.toUtf8(), right.toUtf8()}});
-    return int(std::get<qint64>(order));
-}
-
 void Session::run(const sql::Compiled &compiled)
 {
     if (compiled.kind == sql::StatementKind::Select) {

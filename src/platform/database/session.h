@@ -36,12 +36,6 @@ public:
     void write(const std::vector<sql::Step> &steps);
     /// The prepared form of an engine text, for reading. Valid until the next call.
     Statement &prepared(const QByteArray &text);
-    /// The first column of the first row, or nothing.
-    sql::Parameter first(const sql::Step &step);
-
-    /// Compares two texts by the store's collation: below, at or above 0.
-    int compareTexts(const QString &left, const QString &right);
-
     void begin();
     void commit();
     void rollback();

@@ -30,8 +30,8 @@ enum class TableForm {
 /// `<column>_range`, `<column>_boolean`. Booleans are never Null and default to False in both forms.
 QByteArray createTableText(const CatalogTable &table, TableForm form = TableForm::Full);
 
-/// One index for each column, named `<table>_<column>`; the first is unique (and takes any number of Nulls). An
-/// index on a text leaves the Nulls out: so it serves comparisons alone, and another tool, which lacks the
+/// One index for each column, named `<table>_<column>`; the first is unique (and takes any number of Nulls).
+/// An index on a text leaves the Nulls out: so it serves comparisons alone, and another tool, which lacks the
 /// collation, counts and reads the rows without it.
 std::vector<QByteArray> createIndexTexts(const CatalogTable &table, const std::vector<QString> &columns);
 

@@ -1,15 +1,14 @@
 #include "platform/database/errors.h"
+#include "platform/database/sql/collation.h"
 #include "platform/database/sql/storage.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/numbers.h"
 
 #include <sqlcipher/sqlite3.h>
-#include <unicode/ucol.h>
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -178,33 +177,6 @@ constexpr std::array registrations = {
     Registration{"q_divide", 2, guarded<divide>},
 };
 
-// --- the collation
-
-int withoutTrailingBlanks(const char *text, int length)
-{
-    while (length > 0 && text[length - 1] == ' ')
-        --length;
-    return length;
-}
-
-int compareTexts(void *collator, int leftLength, const void *left, int rightLength, const void *right)
-{
-    const char *leftText = static_cast<const char *>(left);
-    const char *rightText = static_cast<const char *>(right);
-    leftLength = withoutTrailingBlanks(leftText, leftLength);
-    rightLength = withoutTrailingBlanks(rightText, rightLength);
-    if (leftLength == rightLength && (leftLength == 0 || std::memcmp(left, right, size_t(leftLength)) == 0))
-        return 0;
-    UErrorCode status = U_ZERO_ERROR;
-    return ucol_strcollUTF8(static_cast<UCollator *>(collator), leftText, leftLength, rightText, rightLength,
-                            &status);
-}
-
-void closeCollator(void *collator)
-{
-    ucol_close(static_cast<UCollator *>(collator));
-}
-
 } // namespace
 
 void registerFunctions(sqlite3 *handle)
@@ -216,17 +188,7 @@ void registerFunctions(sqlite3 *handle)
         if (result != SQLITE_OK)
             throw data_errors::engineFailure(QString::fromUtf8(sqlite3_errmsg(handle)));
     }
-    UErrorCode status = U_ZERO_ERROR;
-    UCollator *collator = ucol_open("ar", &status);
-    if (U_FAILURE(status))
-        throw data_errors::engineFailure(u"The collation for Arabic can't be made: "_s +
-                                         QLatin1StringView(u_errorName(status)));
-    ucol_setStrength(collator, UCOL_SECONDARY); // letter case is a difference of the third level
-    if (sqlite3_create_collation_v2(handle, "arabic", SQLITE_UTF8, collator, compareTexts, closeCollator) !=
-        SQLITE_OK) {
-        closeCollator(collator);
-        throw data_errors::engineFailure(QString::fromUtf8(sqlite3_errmsg(handle)));
-    }
+    registerCollation(handle);
 }
 
 } // namespace sql
