@@ -34,15 +34,15 @@ TEST_F(StoreFiles, AnotherToolReadsTheTables)
         GTEST_SKIP() << "no sqlcipher shell";
     connection->execute(u"insert into people (name,amount,dob) values('\u0645\u0631\u0649',33.3333,"
                         "'15/03/2004 10:05')"_s);
-    EXPECT_EQ(shell(path,
-                    u"select id,name,note,amount,valid,married,dob from people;"
+    EXPECT_EQ(
+        shell(path, u"select id,name,note,amount,valid,married,dob from people;"
                     "select count(*) from people; select name from people;"
                     "select last from system_counters where table_name='people';"
                     "select name from sqlite_master where type='index' and name like 'people%' order by 1;"
                     "pragma journal_mode;"_s)
-                  .toStdString(),
-              u"1|\u0645\u0631\u0649||333333|-1|0|2004-03-15 10:05:00\n1\n\u0645\u0631\u0649\n1\npeople_group\npeople_name\ndelete"_s
-                  .toStdString());
+            .toStdString(),
+        u"1|\u0645\u0631\u0649||333333|-1|0|2004-03-15 10:05:00\n1\n\u0645\u0631\u0649\n1\npeople_group\npeople_name\ndelete"_s
+            .toStdString());
     // the file defends itself
     EXPECT_TRUE(shell(path, u"insert into settings(sn) values('x');"_s).contains(u"sn_range"_s));
 }

@@ -50,6 +50,7 @@ int Recordset::Private::count()
 int Recordset::Private::currentRow()
 {
     requireOpen();
+    readAll(); // moves the position
     if (position < 0 || position >= count())
         throw data_errors::noCurrentRow();
     return rowAt(position);
@@ -188,10 +189,7 @@ void Recordset::open(const QString &source, const ConnectionPtr &connection, Cur
     if (!connection || !connection->isOpen())
         throw data_errors::invalidConnection();
     database::Session &session = connection->session();
-    QString table = source.trimmed();
-    if (table.startsWith(u'[') && table.endsWith(u']'))
-        table = table.sliced(1, table.size() - 2);
-    auto compiled = kind == CommandKind::Table ? session.compileTable(table) : session.compile(source);
+    auto compiled = kind == CommandKind::Table ? session.compileTable(source) : session.compile(source);
     if (compiled->kind != sql::StatementKind::Select) { // without rows there is nothing to open
         session.run(*compiled);
         return;
@@ -287,10 +285,16 @@ void Recordset::requery()
 {
     d->requireNotEditing();
     const auto keep = shared_from_this();
-    // The old rows stay when this fails.
-    if (d->kind == CommandKind::Text)
-        d->compiled = d->connection->session().compile(d->source);
-    d->rows = d->readRows();
+    database::Session &session = d->connection->session();
+    const bool isTable = d->kind == CommandKind::Table;
+    auto before = d->compiled;
+    d->compiled = isTable ? session.compileTable(d->source) : session.compile(d->source);
+    try {
+        d->rows = d->readRows();
+    } catch (...) { // the old rows stay
+        d->compiled = std::move(before);
+        throw;
+    }
     d->unread = false;
     d->select(d->filter);
     rowsChanged.raise();

@@ -122,7 +122,8 @@ public:
     Value originalValue(int index) const;
     Value originalValue(const QString &name) const;
     /// Starts an edit of the current row if none is open. The value is converted to the field's type.
-    /// @throws RuntimeError -2147217887 for a value that does not fit the field, 3712 when a handler refused,
+    /// @throws RuntimeError -2147217887 for a value that does not fit the field, for a field that shows no
+    /// column and for the counter of a row that has its number; 3712 when a handler refused,
     /// 3251 on a set that is not updatable. What only the store can tell (a duplicate, a refused empty text)
     /// comes with update().
     void setValue(int index, const Value &value);

@@ -46,7 +46,7 @@ void Recordset::setValue(int index, const Value &value)
     const FieldInfo &field = d->field(index);
     if (d->mode != EditMode::Add)
         d->currentRow();
-    if (field.baseColumn.isEmpty())
+    if (field.baseColumn.isEmpty() || (field.counter && d->mode != EditMode::Add))
         throw data_errors::multipleStep();
     const Value fit = fitted(value, field);
     if (d->mode == EditMode::None) {

@@ -39,8 +39,10 @@ void Recordset::moveTo(int position)
 void Recordset::leaveRow()
 {
     d->requireIdle();
-    if (d->mode != EditMode::None)
-        update();
+    if (d->mode == EditMode::None)
+        return;
+    update();
+    d->requireOpen(); // a handler may have closed the set
 }
 
 void Recordset::moveFirst()
