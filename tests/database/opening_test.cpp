@@ -48,10 +48,7 @@ TEST_F(Opening, TellsWhyAFileIsNoStoreAndLeavesItAlone)
     for (const auto &wrong : cases) {
         SCOPED_TRACE(wrong.what);
         const QString file = folder + u"/f.mdb"_s;
-        QFile output(file);
-        ASSERT_TRUE(output.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        output.write(wrong.content);
-        output.close();
+        ASSERT_TRUE(write(file, wrong.content));
         const ConnectionPtr other = Connection::create();
         EXPECT_EQ(outcome([&] { other->open(connectionTo(file, wrong.password)); }), wrong.expected);
         EXPECT_EQ(other->state(), stateClosed);

@@ -132,10 +132,7 @@ TEST_F(StoreFiles, CompactionKeepsRowsRulesAndCounters)
     QByteArray damaged = source;
     for (int page = 2; page < damaged.size() / 4096; ++page)
         damaged[page * 4096 + 2000] = char(damaged[page * 4096 + 2000] ^ 1);
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(damaged);
-    file.close();
+    ASSERT_TRUE(write(path, damaged));
     EXPECT_NE(outcome([&] { compactStoreFile(connectionTo(path), targetString); }), "ok");
     EXPECT_TRUE(bytes(path) == damaged);
     EXPECT_FALSE(QFile::exists(target));

@@ -138,6 +138,12 @@ protected:
         return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
     }
 
+    bool write(const QString &file, const QByteArray &content) const
+    {
+        QFile opened(file);
+        return opened.open(QIODevice::WriteOnly) && opened.write(content) == content.size();
+    }
+
     QTemporaryDir m_folder;
     QString path;
     ConnectionPtr connection;

@@ -6,6 +6,7 @@
 #include "platform/database/store_path.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 #include <sqlcipher/sqlite3.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -128,11 +129,16 @@ void Engine::Close::operator()(sqlite3 *handle) const noexcept
     sqlite3_close_v2(handle);
 }
 
-Engine::Engine(const QString &path)
+Engine::Engine(const QString &path, Access access)
 {
+    QByteArray name = QFile::encodeName(path);
+    int flags = SQLITE_OPEN_READWRITE;
+    if (access == Access::Still) {
+        name = "file:" + name.toPercentEncoding("/") + "?immutable=1";
+        flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+    }
     sqlite3 *handle = nullptr;
-    const int result =
-        sqlite3_open_v2(QFile::encodeName(path).constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    const int result = sqlite3_open_v2(name.constData(), &handle, flags, nullptr);
     m_handle.reset(handle);
     if (result != SQLITE_OK)
         throw data_errors::engineFailure(u"Cannot open '%1': %2"_s.arg(path, message(handle)));
@@ -145,9 +151,13 @@ Engine Engine::open(const QString &path, const QString &password)
 {
     requireReachable(path);
     Engine engine(path);
-    requireStoreFormat(engine.handle(), path);
+    requireStoreSize(engine.handle(), path);
     engine.key(password);
-    engine.testKey();
+    if ((hasJournal(path) && !engine.keyFitsAside(path, password)) || !engine.keyFits()) {
+        if (looksEncrypted(engine.handle(), path))
+            throw data_errors::wrongPassword();
+        throw data_errors::unrecognizedFormat(path);
+    }
     engine.setUp("main");
     return engine;
 }
@@ -206,23 +216,31 @@ void Engine::key(const QString &password)
         run(QByteArray("pragma ") + setting);
 }
 
-void Engine::testKey()
+bool Engine::keyFits() const
 {
     sqlite3_stmt *statement = nullptr;
-    int result = sqlite3_prepare_v2(handle(), "select count(*) from sqlite_master", -1, &statement, nullptr);
+    int result = sqlite3_prepare_v2(handle(), "pragma user_version", -1, &statement, nullptr);
     if (result == SQLITE_OK) {
         sqlite3_step(statement);
         result = sqlite3_finalize(statement);
     }
-    switch (result & 0xff) {
-    case SQLITE_OK:
-        return;
-    case SQLITE_NOTADB:
-    case SQLITE_ERROR:
-        throw data_errors::wrongPassword();
-    default:
-        throw engineError(handle());
-    }
+    return result != SQLITE_NOTADB && result != SQLITE_ERROR; // what else is wrong comes out later
+}
+
+// The engine undoes what a crash has left before it knows whether the key fits. So the key is tried on the
+// file as it stands first. There the first page may be in pieces: then on a copy, where it can be restored.
+bool Engine::keyFitsAside(const QString &path, const QString &password) const
+{
+    Engine still(path, Access::Still);
+    still.key(password);
+    if (still.keyFits())
+        return true;
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(u"store"_s);
+    copyWithJournal(handle(), path, copy);
+    Engine trial(copy);
+    trial.key(password);
+    return trial.keyFits();
 }
 
 void Engine::setUp(const QByteArray &schema)

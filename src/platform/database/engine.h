@@ -84,10 +84,14 @@ private:
     struct Close {
         void operator()(sqlite3 *handle) const noexcept;
     };
-    explicit Engine(const QString &path);
+    enum class Access { Writing, Still };
+    /// Still: what is beside the file is not looked at, and nothing is ever written.
+    explicit Engine(const QString &path, Access access = Access::Writing);
     void key(const QString &password);
     void setUp(const QByteArray &schema);
-    void testKey();
+    /// Whether the first page can be read; it is the first read, which undoes what a crash has left.
+    bool keyFits() const;
+    bool keyFitsAside(const QString &path, const QString &password) const;
 
     std::unique_ptr<sqlite3, Close> m_handle;
 };

@@ -268,7 +268,7 @@ std::shared_ptr<Recordset> Recordset::clone()
 {
     d->requireIdle();
     d->readAll();
-    const auto copy = create();
+    auto copy = create();
     copy->d->connection = d->connection;
     copy->d->source = d->source;
     copy->d->kind = d->kind;

@@ -216,7 +216,7 @@ private:
             return {};
         }
         try {
-            const Value value = converted(type);
+            Value value = converted(type);
             if (comparison == Comparison::Like && type != FieldType::Text)
                 throw data_errors::wrongArguments();
             return value;

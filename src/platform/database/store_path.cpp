@@ -7,6 +7,7 @@
 #include <sqlcipher/sqlite3.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -29,25 +30,39 @@ RuntimeError systemFailure(const QString &path, int error)
         u"Cannot open '%1': %2"_s.arg(path, QString::fromLocal8Bit(std::strerror(error))));
 }
 
-// A page of a store is the output of a cipher. The squared deviations of its bytes from an even spread, in
-// units of the expected count, sum up to 255 +- 23; a page of text, zeros or another program's records lies
-// in the thousands.
-bool looksEncrypted(const std::array<unsigned char, pageSize> &page)
+RuntimeError unreadable(const QString &path)
 {
-    std::array<int, 256> counts{};
-    for (const unsigned char byte : page)
-        ++counts[byte];
-    constexpr double expected = pageSize / 256.0;
-    double sum = 0;
-    for (const int count : counts)
-        sum += (count - expected) * (count - expected) / expected;
-    return sum < 600;
+    return data_errors::engineFailure(u"Cannot read '%1'."_s.arg(path));
 }
 
-// What a crash has left of a transaction; the engine undoes it at the first read.
-bool hasJournal(const QString &path)
+/// The engine's own view of the file, unlocked and without its key.
+class RawFile
 {
-    return QFileInfo(path + "-journal"_L1).size() > 0;
+public:
+    RawFile(sqlite3 *handle, const QString &path) : m_path(path)
+    {
+        if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &m_file) != SQLITE_OK ||
+            !m_file || !m_file->pMethods || m_file->pMethods->xFileSize(m_file, &m_size) != SQLITE_OK)
+            throw unreadable(path);
+    }
+    qint64 size() const { return m_size; }
+    QByteArray read(qint64 offset, qint64 count) const
+    {
+        QByteArray bytes(std::min(count, size() - offset), Qt::Uninitialized);
+        if (m_file->pMethods->xRead(m_file, bytes.data(), int(bytes.size()), offset) != SQLITE_OK)
+            throw unreadable(m_path);
+        return bytes;
+    }
+
+private:
+    QString m_path;
+    sqlite3_file *m_file = nullptr;
+    sqlite3_int64 m_size = 0;
+};
+
+QString journalOf(const QString &path)
+{
+    return path + "-journal"_L1;
 }
 
 } // namespace
@@ -70,22 +85,47 @@ void requireReachable(const QString &path)
         throw systemFailure(path, errno);
 }
 
-void requireStoreFormat(sqlite3 *handle, const QString &path)
+void requireStoreSize(sqlite3 *handle, const QString &path)
 {
-    // Read through the engine's own descriptor: closing another one on this file would drop the locks that
-    // this process holds on it by other connections.
-    sqlite3_file *file = nullptr;
-    sqlite3_int64 size = 0;
-    std::array<unsigned char, pageSize> page{};
-    if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || !file ||
-        !file->pMethods || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
-        throw data_errors::engineFailure(u"Cannot read '%1'."_s.arg(path));
+    const qint64 size = RawFile(handle, path).size();
+    // A crash may have left a part of a page; the journal then tells the size to go back to.
     if (size < pageSize || (size % pageSize != 0 && !hasJournal(path)))
         throw data_errors::unrecognizedFormat(path);
-    if (file->pMethods->xRead(file, page.data(), pageSize, 0) != SQLITE_OK)
-        throw data_errors::engineFailure(u"Cannot read '%1'."_s.arg(path));
-    if (!looksEncrypted(page))
-        throw data_errors::unrecognizedFormat(path);
+}
+
+bool hasJournal(const QString &path)
+{
+    return QFileInfo(journalOf(path)).size() > 0;
+}
+
+// A page of a store is the output of a cipher. The squared deviations of its bytes from an even spread, in
+// units of the expected count, sum up to 255 +- 23; a page of text, zeros or another program's records lies
+// in the thousands.
+bool looksEncrypted(sqlite3 *handle, const QString &path)
+{
+    std::array<int, 256> counts{};
+    for (const char byte : RawFile(handle, path).read(0, pageSize))
+        ++counts[static_cast<unsigned char>(byte)];
+    constexpr double expected = pageSize / 256.0;
+    double sum = 0;
+    for (const int count : counts)
+        sum += (count - expected) * (count - expected) / expected;
+    return sum < 600;
+}
+
+void copyWithJournal(sqlite3 *handle, const QString &path, const QString &target)
+{
+    constexpr qint64 portion = 1 << 20;
+    const RawFile source(handle, path);
+    QFile copy(target);
+    bool written = copy.open(QIODevice::WriteOnly | QIODevice::NewOnly);
+    for (qint64 offset = 0; written && offset < source.size(); offset += portion) {
+        const QByteArray bytes = source.read(offset, portion);
+        written = copy.write(bytes) == bytes.size();
+    }
+    written = written && copy.flush() && QFile::copy(journalOf(path), journalOf(target));
+    if (!written)
+        throw data_errors::engineFailure(u"Cannot write '%1': %2"_s.arg(target, copy.errorString()));
 }
 
 void createEmptyFile(const QString &path)

@@ -10,7 +10,7 @@ RuntimeError::RuntimeError(qint32 number, QString source, QString description)
 
 QString RuntimeError::numberText() const
 {
-    const QString decimal = QString::number(m_number);
+    QString decimal = QString::number(m_number);
     if (m_number >= 0)
         return decimal;
     return u"%1 (%2)"_s.arg(decimal, QString::number(static_cast<quint32>(m_number), 16));

@@ -3,6 +3,7 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/fonts.h"
+#include "platform/ui/program_style.h"
 #include "platform/ui/screen.h"
 #include "platform/ui/wait.h"
 
@@ -123,7 +124,7 @@ Application::Application(int &argc, char **argv) : QApplication(argumentsOf96Dpi
     setApplicationName(u"Quvana"_s);
     setQuitOnLastWindowClosed(false);  // screens, not windows, keep the process alive
     QLocale::setDefault(QLocale::c()); // no text of the program follows the machine's regional settings
-    setStyle(u"Fusion"_s);
+    setStyle(new ProgramStyle);
     setPalette(lightPalette());
     setFont(readableFont(u"Noto Sans"_s, 9, false));
     setLayoutDirection(Qt::LeftToRight);

@@ -1,5 +1,7 @@
 #include "platform/ui/flex_grid_model.h"
 
+#include <QtWidgets/QStyle>
+
 #include <utility>
 
 namespace
@@ -8,10 +10,12 @@ constexpr QChar leftToRightIsolate(0x2066);
 constexpr QChar firstStrongIsolate(0x2068);
 constexpr QChar popIsolate(0x2069);
 
-/// Columns of these stand with their ends below each other. Whole numbers are mostly codes and read as words.
-bool isAmount(FieldType type)
+/// Amounts stand with their last digits below each other, in either direction. Whole numbers are mostly codes
+/// that are shown as words.
+Qt::Alignment alignmentOf(FieldType type)
 {
-    return type == FieldType::Double || type == FieldType::Money;
+    const bool amount = type == FieldType::Double || type == FieldType::Money;
+    return amount ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeading;
 }
 
 bool isRightToLeftLetter(QChar c)
@@ -77,7 +81,7 @@ void FlexGrid::Model::reload()
     for (int i = 0; i < m_rows->fieldCount(); ++i) {
         const FieldInfo &field = m_rows->field(i);
         m_fieldNames << field.name;
-        m_alignments << (isAmount(field.type) ? Qt::AlignTrailing : Qt::AlignLeading);
+        m_alignments << alignmentOf(field.type);
     }
     m_headings = m_fieldNames;
     keepTexts();
@@ -179,6 +183,13 @@ QString FlexGrid::Model::shown(const QString &text) const
     return (letters ? firstStrongIsolate : leftToRightIsolate) + text + popIsolate;
 }
 
+QVariant FlexGrid::Model::shownAlignment(int column) const
+{
+    // Absolute: headings are drawn without regard to the grid's own direction.
+    const Qt::Alignment across = QStyle::visualAlignment(m_grid->layoutDirection(), m_alignments[column]);
+    return QVariant::fromValue(across | Qt::AlignAbsolute | Qt::AlignVCenter);
+}
+
 QVariant FlexGrid::Model::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
@@ -191,7 +202,7 @@ QVariant FlexGrid::Model::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
         return text(row, column);
     case Qt::TextAlignmentRole:
-        return QVariant::fromValue(m_alignments[column] | Qt::AlignVCenter);
+        return shownAlignment(column);
     case Qt::BackgroundRole:
         if (column < m_fixedCols)
             return m_grid->palette().color(QPalette::Button);
@@ -212,6 +223,6 @@ QVariant FlexGrid::Model::headerData(int section, Qt::Orientation orientation, i
     if (role == Qt::DisplayRole)
         return shown(m_headings[section]);
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(m_alignments[section] | Qt::AlignVCenter);
+        return shownAlignment(section);
     return {};
 }

@@ -44,6 +44,7 @@ private:
     void keepTexts();
     /// The text with the marks that keep it as it is written inside a line from right to left.
     QString shown(const QString &text) const;
+    QVariant shownAlignment(int column) const;
 
     FlexGrid *m_grid;
     std::function<void()> m_reloaded;

@@ -136,8 +136,13 @@ void Screen::makeLegible(QWidget *control)
         auto *label = static_cast<QLabel *>(control);
         if (label->textFormat() == Qt::AutoText)
             label->setTextFormat(Qt::PlainText);
-        if (label->contentsMargins().isNull())
-            label->setContentsMargins(2, 0, 2, 0); // letters keep off the edge of the opaque box
+        // Letters keep off the sides of the opaque box. Above and below they need all of it: the line of a
+        // fallback font can be taller than the box is meant for.
+        if ((label->alignment() & Qt::AlignVCenter) && label->contentsMargins().isNull()) {
+            const int side = qMax(2, label->margin());
+            label->setMargin(0);
+            label->setContentsMargins(side, 0, side, 0);
+        }
     }
     if (!holdsControls(control))
         return;

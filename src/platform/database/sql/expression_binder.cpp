@@ -51,7 +51,7 @@ RuntimeError wrongArgumentCount(const syntax::Expression &expression)
 }
 
 constexpr std::array dateParts = {"year"_L1, "month"_L1, "day"_L1, "hour"_L1, "minute"_L1, "second"_L1};
-constexpr std::array aggregates = {"sum", "count", "max", "min", "avg"};
+constexpr std::array aggregateNames = {"sum", "count", "max", "min", "avg"};
 constexpr size_t maximumJoined = 100; ///< the engine takes a few more arguments
 
 } // namespace
@@ -286,7 +286,7 @@ Expression ExpressionBinder::function(const syntax::Expression &expression, cons
                                       Aggregates aggregates)
 {
     const QStringView name = expression.text;
-    for (const char *entry : sql::aggregates) {
+    for (const char *entry : aggregateNames) {
         if (is(name, QLatin1StringView(entry)))
             return aggregate(expression, entry, scope, aggregates);
     }

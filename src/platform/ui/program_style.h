@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QtWidgets/QProxyStyle>
+
+/// The look of all windows, the same on every desktop: the toolkit's own, with air around the headings of
+/// grids and the titles of frames, and words alone on the buttons of dialogs.
+class ProgramStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    ProgramStyle();
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *more) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+                         const QWidget *widget) const override;
+};
