@@ -1,8 +1,12 @@
+#include "platform/database/session.h"
 #include "temp_store.h"
 
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QStringConverter>
+#include <sqlcipher/sqlite3.h>
 #include <sys/stat.h>
+
+#include <cstring>
 
 namespace
 {
@@ -63,6 +67,41 @@ TEST_F(Opening, TellsWhyAFileIsNoStoreAndLeavesItAlone)
     EXPECT_EQ(fails(folder + u"/f.mdb/x"_s), "-2147467259 Could not find file '/tm");
     EXPECT_FALSE(QFile::exists(folder + u"/none.mdb"_s));
     EXPECT_EQ(number([] { Connection::create()->open(u"Provider=x"_s); }), 3001);
+}
+
+// As after an upgrade of the library that orders the texts.
+TEST_F(Opening, IndexesOfAnotherOrderAreMadeAnew)
+{
+    const auto written = [&](int (*order)(void *, int, const void *, int, const void *),
+                             const QStringList &names) {
+        database::Engine &engine = connection->session().engine();
+        connection->execute(u"delete from people"_s);
+        sqlite3_create_collation_v2(engine.handle(), "arabic", SQLITE_UTF8, nullptr, order, nullptr);
+        addPeople(names);
+        engine.run("pragma user_version = 1");
+        connection->close();
+        connection->open(connectionTo(path));
+    };
+    const auto first = [&](const char *text) { return connection->session().engine().first(text); };
+    const auto backwards = [](void *, int leftSize, const void *left, int rightSize, const void *right) {
+        return -std::memcmp(left, right, std::size_t(std::min(leftSize, rightSize)));
+    };
+    written(backwards, {u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s});
+    EXPECT_EQ(first("pragma integrity_check"), sql::Parameter(QByteArray("ok")));
+    EXPECT_EQ(rows(u"select [group] from people where name='a' or name='e'"_s), "1,5");
+    EXPECT_NE(first("pragma user_version"), sql::Parameter(qint64(1)));
+    const QByteArray before = bytes(path);
+    connection->close();
+    connection->open(connectionTo(path));
+    EXPECT_TRUE(bytes(path) == before); // once is enough
+
+    const auto byBytes = [](void *, int leftSize, const void *left, int rightSize, const void *right) {
+        return QByteArrayView(static_cast<const char *>(left), leftSize)
+            .compare(QByteArrayView(static_cast<const char *>(right), rightSize));
+    };
+    written(byBytes, {u"a"_s, u"A"_s});
+    EXPECT_EQ(rows(u"select name from people"_s), "a,A"); // it opens all the same
+    EXPECT_EQ(first("pragma user_version"), sql::Parameter(qint64(1)));
 }
 
 TEST_F(Opening, RefusesAFileThatMayNotBeWritten)

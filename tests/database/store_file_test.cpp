@@ -102,8 +102,10 @@ TEST_F(StoreFiles, CompactionKeepsRowsRulesAndCounters)
     EXPECT_EQ(QFile::permissions(target) & QFile::ReadGroup, 0);
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList(u"x.mdb"_s));
 
+    const QByteArray compacted = bytes(target);
     connection->open(connectionTo(target, u"other"_s));
     EXPECT_EQ(shown(*table()), before);
+    EXPECT_TRUE(bytes(target) == compacted); // nothing was left for the opening to do
     EXPECT_EQ(table(u"people7"_s)->recordCount(), 512);
     const RecordsetPtr set = table();
     set->addNew();

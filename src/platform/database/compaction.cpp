@@ -45,6 +45,7 @@ void writeCopy(database::Engine &engine, const database::ConnectionString &targe
     engine.attach(target.path, target.password, "target");
     engine.run("begin"); // one state of the source, and one commit of the target
     engine.run("select sqlcipher_export('target')");
+    engine.stampCollation("target");
     engine.run("commit");
     verifyCopy(engine);
     engine.run("detach database target");

@@ -1,7 +1,7 @@
 #include "platform/database/engine.h"
 
 #include "platform/database/errors.h"
-#include "platform/database/sql/ddl.h"
+#include "platform/database/sql/collation.h"
 #include "platform/database/sql/storage.h"
 #include "platform/database/store_path.h"
 
@@ -159,6 +159,7 @@ Engine Engine::open(const QString &path, const QString &password)
         throw data_errors::unrecognizedFormat(path);
     }
     engine.setUp("main");
+    engine.renewTextIndexes();
     return engine;
 }
 
@@ -255,6 +256,30 @@ void Engine::attach(const QString &path, const QString &password, const QByteArr
     for (const char *setting : cipherSettings)
         run("pragma " + name + '.' + setting);
     setUp(name);
+}
+
+void Engine::stampCollation(const QByteArray &schema)
+{
+    run("pragma " + schema + ".user_version = " + QByteArray::number(sql::collationVersion()));
+}
+
+void Engine::renewTextIndexes()
+{
+    if (first("pragma user_version") == sql::Parameter(qint64(sql::collationVersion())))
+        return;
+    run("begin immediate");
+    try {
+        run("reindex arabic");
+        stampCollation("main");
+        run("commit");
+    } catch (const RuntimeError &error) {
+        if (!autocommit())
+            run("rollback");
+        // Texts that differed are equal now. Nobody could mend that in a store that does not open, so the
+        // indexes stay as they are, and the next opening tries again.
+        if (error.description() != data_errors::duplicateKey().description())
+            throw;
+    }
 }
 
 // --- failures

@@ -58,7 +58,8 @@ private:
 class Engine
 {
 public:
-    /// Opens a file that is there. It is left as it was when this throws.
+    /// Opens a file that is there. It is left as it was when this throws. Its text indexes are made anew when
+    /// another version of the collation wrote them.
     /// @throws RuntimeError "Could not find file", "Unrecognized database format", "Not a valid password.",
     /// or the engine's own words for a file that can't be reached.
     static Engine open(const QString &path, const QString &password);
@@ -79,6 +80,8 @@ public:
     qint64 lastRowid() const noexcept;
     /// Attaches a second, empty file under a name, keyed and set up like every store.
     void attach(const QString &path, const QString &password, const QByteArray &name);
+    /// Notes in a file that its text indexes are those of this collation.
+    void stampCollation(const QByteArray &schema);
 
 private:
     struct Close {
@@ -92,6 +95,7 @@ private:
     /// Whether the first page can be read; it is the first read, which undoes what a crash has left.
     bool keyFits() const;
     bool keyFitsAside(const QString &path, const QString &password) const;
+    void renewTextIndexes();
 
     std::unique_ptr<sqlite3, Close> m_handle;
 };

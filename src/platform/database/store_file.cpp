@@ -86,6 +86,7 @@ StoreFile StoreFile::create(const QString &path, const QString &password)
         file.d->engine = database::Engine::initialize(path, password);
         // One transaction from here to close(): a store appears whole.
         file.d->engine->run("begin immediate");
+        file.d->engine->stampCollation("main");
         file.d->engine->run(sql::createCountersText());
     } catch (...) {
         file.d->engine.reset();
