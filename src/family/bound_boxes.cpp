@@ -1,6 +1,5 @@
 #include "family/bound_boxes.h"
 
-#include "platform/runtime/numbers.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <QtCore/QEvent>
@@ -78,12 +77,18 @@ void BoundBoxes::writeAll()
 
 void BoundBoxes::write(int index)
 {
-    const QString text = box(index)->text();
-    const bool codesOnly = std::ranges::find(m_codes, index) != m_codes.end();
-    if (!m_typed[size_t(index)] || !hasRow() || (codesOnly && !text.isEmpty() && !isNumeric(text)))
+    if (!m_typed[size_t(index)] || !hasRow())
         return;
-    m_rows->setValue(field(index), text.isEmpty() && codesOnly ? Value() : Value(text));
+    const QString text = box(index)->text();
+    const auto codes = m_codes.find(index);
+    const qsizetype word = codes == m_codes.end() ? -1 : codes->second.indexOf(text);
+    if (word >= 0)
+        m_rows->setValue(field(index), qint32(word + 1));
+    else
+        m_rows->setValue(field(index), text.isEmpty() && codes != m_codes.end() ? Value() : Value(text));
     show(index);
+    if (word >= 0)
+        box(index)->setText(text);
 }
 
 bool BoundBoxes::eventFilter(QObject *watched, QEvent *event)

@@ -5,6 +5,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
 
+#include <map>
 #include <vector>
 
 class QLineEdit;
@@ -32,8 +33,9 @@ public:
     /// Shows the field's value in one box.
     void show(int index);
 
-    /// A box of codes gives only numbers to its field: words in it are for the eye.
-    void setCodes(int index) { m_codes.push_back(index); }
+    /// Makes a box of codes: one of these words typed there gives the field its code, its place from 1 on,
+    /// and stays for the eye. No text is no code.
+    void setCodes(int index, const QStringList &words) { m_codes[index] = words; }
 
     /// True when a box holds typed text that has not reached its field.
     bool hasUnwritten() const;
@@ -50,8 +52,8 @@ private:
 
     std::vector<QLineEdit *> m_boxes;
     QStringList m_fields;
-    std::vector<bool> m_typed; ///< typed since the box last showed its field
-    std::vector<int> m_codes;
+    std::vector<bool> m_typed;          ///< typed since the box last showed its field
+    std::map<int, QStringList> m_codes; ///< words of the boxes of codes
     RecordsetPtr m_rows;
     int m_moved = 0;
     int m_changed = 0;

@@ -55,8 +55,6 @@ frmMembers::frmMembers() : Screen(u"frmMembers"_s), m_ui(std::make_unique<Ui::fr
     m_txtFields = new BoundBoxes({m_ui->txtFields_0, m_ui->txtFields_1, m_ui->txtFields_2, m_ui->txtFields_3,
                                   m_ui->txtFields_4, m_ui->txtFields_5, m_ui->txtFields_6},
                                  boundFields, this);
-    m_txtFields->setCodes(fieldSex);
-    m_txtFields->setCodes(fieldRelation);
     for (int i = 0; i < m_txtFields->count(); ++i) {
         QLineEdit *box = m_txtFields->box(i);
         takeAsciiDigits(box);
@@ -108,6 +106,8 @@ void frmMembers::Form_Load()
     engine.dbConnection->setCursorLocation(CursorLocation::Client);
     m_sexNames = codeNames(u"sex"_s);
     m_relationNames = codeNames(u"relation"_s);
+    m_txtFields->setCodes(fieldSex, m_sexNames);
+    m_txtFields->setCodes(fieldRelation, m_relationNames);
 
     m_primary = Recordset::create();
     m_primary->willChangeRecord.connect(
@@ -400,8 +400,9 @@ void frmMembers::mnuExit_Click()
     if (m_primary->isOpen()) {
         refuseUnaskedChange();
         ignoringErrors([this] { m_txtFields->writeAll(); });
-        if (m_primary->recordCount() > 0 &&
-            (m_primary->editMode() != EditMode::None || m_txtFields->hasUnwritten())) {
+        const EditMode mode = m_primary->editMode();
+        const bool hasRows = m_primary->recordCount() > 0 || mode == EditMode::Add; // a new row counts
+        if (hasRows && (mode != EditMode::None || m_txtFields->hasUnwritten())) {
             if (askYesNo(engine.isArabic ? u"هل تريد حفظ التغييرات!!؟"_s
                                          : u"Do you want to save changes!!?"_s))
                 cmdUpdate_Click();

@@ -88,6 +88,7 @@ void frmMembers::cmdCancel_Click()
 
 void frmMembers::hideChoosers()
 {
+    m_activeField = -1;
     m_ui->Combo1->hide();
     m_ui->DTPicker1->hide();
 }
@@ -98,7 +99,7 @@ void frmMembers::txtFields_Click(int index)
         return;
     QLineEdit *box = m_txtFields->box(index);
     if (const QStringList *names = namesOf(index)) {
-        m_ui->DTPicker1->hide();
+        hideChoosers();
         m_activeField = qint16(index);
         QComboBox &combo = *m_ui->Combo1;
         combo.setGeometry(box->x(), box->y(), box->width(), combo.height());
@@ -111,14 +112,14 @@ void frmMembers::txtFields_Click(int index)
         combo.setCurrentIndex(std::max(shown, 0));
         showChooser(&combo, index);
     } else if (index == fieldDob) {
-        m_ui->Combo1->hide();
+        const bool shows = m_ui->DTPicker1->isHidden();
+        hideChoosers();
+        if (!shows)
+            return;
         m_activeField = qint16(index);
         m_ui->DTPicker1->setGeometry(box->geometry());
         m_ui->DTPicker1->setValue(isDate(box->text()) ? readDate(box->text()) : today());
-        if (m_ui->DTPicker1->isHidden())
-            showChooser(m_ui->DTPicker1, index);
-        else
-            m_ui->DTPicker1->hide();
+        showChooser(m_ui->DTPicker1, index);
     } else {
         hideChoosers();
     }
@@ -142,8 +143,7 @@ void frmMembers::Combo1_Click()
     const QString &field = m_txtFields->field(index);
     m_primary->setValue(field, codeOf(field, word));
     m_txtFields->box(index)->setText(word);
-    m_activeField = -1;
-    m_ui->Combo1->hide();
+    hideChoosers();
     m_txtFields->box(index)->setFocus();
 }
 
@@ -151,7 +151,7 @@ void frmMembers::DTPicker1_CloseUp()
 {
     if (m_ui->DTPicker1->isHidden())
         return;
-    m_ui->DTPicker1->hide();
+    hideChoosers();
     m_primary->setValue(m_txtFields->field(fieldDob), m_ui->DTPicker1->value());
     m_txtFields->show(fieldDob);
     m_txtFields->box(fieldDob)->setFocus();
@@ -206,6 +206,8 @@ void frmMembers::update()
     // No command sets "update", so a renaming reaches the members only. Meant.
     if (oldName != newName && m_updateType == u"update")
         renameInLedgers(oldName, newName);
+    // Emptied before the write: a second try after a refused one has no word for its audit row and is
+    // refused there; the way out is Cancel. Meant.
     m_updateType.clear();
     m_primary->setValue(u"lastupdate"_s, generalDate(now()));
     m_primary->updateBatch();
