@@ -2,6 +2,7 @@
 #include "core/program_place.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
+#include "platform/runtime/files.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/dialogs.h"
@@ -12,7 +13,6 @@
 #include "shell/maintenance.h"
 #include "shell/openers.h"
 #include "store/connection_strings.h"
-#include "store/files.h"
 #include "store/schema.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,8 +1,8 @@
 #include "store/compaction.h"
 
 #include "platform/database/store_file.h"
+#include "platform/runtime/files.h"
 #include "store/connection_strings.h"
-#include "store/files.h"
 
 bool CompactStore(const QString &sourcePath, const QString &tempPath, const QString &password)
 {

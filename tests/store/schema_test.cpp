@@ -6,6 +6,11 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -110,24 +115,48 @@ TEST_F(CreateStoreTest, KeepsAnEarlierStoreAndAsksBeforeItDropsAnOlderOne)
     EXPECT_TRUE(read(backup) == second);
 }
 
-TEST_F(CreateStoreTest, ShowsAFailureAndLeavesTheEarlierDataAsTheBackupOnly)
+TEST_F(CreateStoreTest, ShowsAFailureAndNeverDropsTheEarlierStore)
 {
-    QFile(engine.storeFilePath).open(QFile::WriteOnly);
-    engine.connectionString = engine.testConnectionString; // seeding finds no store there
-    ScriptedDialogs dialogs;
-    dialogs.expectMessage(u"Could not find file '"_s + engine.testStorePath + u"'."_s);
-    EXPECT_FALSE(create());
-    EXPECT_TRUE(!QFile::exists(engine.storeFilePath) && QFile::exists(backup));
+    // What stands in the way; where the earlier store then lies.
+    const std::tuple<QString, QString> cases[] = {{u"quvana.mdb-new"_s, backup},
+                                                  {u"quvana_backup.mdb"_s, engine.storeFilePath}};
+    for (const auto &[folderName, earlier] : cases) {
+        QFile::remove(backup);
+        QFile(engine.storeFilePath).open(QFile::WriteOnly);
+        QDir(folder()).mkdir(folderName);
+        ScriptedDialogs dialogs;
+        dialogs.expectMessage(u"File already exists"_s);
+        EXPECT_FALSE(create());
+        EXPECT_TRUE(QFileInfo(earlier).isFile()) << folderName.toStdString();
+        EXPECT_EQ(QDir(folder()).entryList(QDir::Files).size(), 1);
+        QDir(folder()).rmdir(folderName);
+    }
 }
 
-TEST_F(CreateStoreTest, DoesNotDeleteAStoreThatItCouldNotPutAway)
+TEST_F(CreateStoreTest, LeavesNoHalfMadeStoreWhereverItIsKilled)
 {
-    QFile(engine.storeFilePath).open(QFile::WriteOnly);
-    QDir(folder()).mkdir(u"quvana_backup.mdb"_s);
-    ScriptedDialogs dialogs;
-    dialogs.expectMessage(u"File already exists"_s);
-    EXPECT_FALSE(create());
-    EXPECT_TRUE(QFile::exists(engine.storeFilePath));
+    const QByteArray remains = "a journal of a store that is gone";
+    QFile journal(engine.storeFilePath + u"-journal"_s);
+    ASSERT_TRUE(journal.open(QFile::WriteOnly) && journal.write(remains) == remains.size());
+    journal.close();
+    // No file may grow beyond so many pages: the system kills the maker at the first write that would.
+    for (const rlim_t pages : {0, 1, 20, 40, 1000}) {
+        const pid_t maker = fork();
+        if (maker == 0) {
+            const rlimit core{0, 0};
+            const rlimit size{pages * 4096, pages * 4096};
+            setrlimit(RLIMIT_CORE, &core);
+            setrlimit(RLIMIT_FSIZE, &size);
+            _exit(create() ? 0 : 1);
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(maker, &status, 0), maker);
+        EXPECT_EQ(WIFSIGNALED(status), pages < 1000) << pages;
+        EXPECT_EQ(QFile::exists(engine.storeFilePath), pages == 1000) << pages;
+    }
+    EXPECT_FALSE(journal.exists());
+    EXPECT_EQ(QDir(folder()).entryList(QDir::Files), QStringList(u"quvana.mdb"_s));
+    EXPECT_EQ(shellRows(u"select count(*) from details"_s), QStringList(u"19"_s));
 }
 
 } // namespace
