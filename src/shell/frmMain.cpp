@@ -13,6 +13,7 @@
 #include "ui_frmMain.h"
 
 #include <QtGui/QActionGroup>
+#include <QtWidgets/QLabel>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,11 +25,13 @@ constexpr int bigButtonPoints = 14;
 
 } // namespace
 
-frmMain::frmMain() : Screen(u"frmMain"_s), m_ui(std::make_unique<Ui::frmMain>())
+frmMain::frmMain() : Screen(u"frmMain"_s), m_ui(std::make_unique<Ui::frmMain>()), m_userPanel(new QLabel)
 {
     m_ui->setupUi(this);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
-    auto *languages = new QActionGroup(this); // one of the two stays checked
+    m_userPanel->setTextFormat(Qt::PlainText);
+    m_ui->StatusBar1->addWidget(m_userPanel, 1); // a message would go as soon as a menu is opened
+    auto *languages = new QActionGroup(this);    // one of the two stays checked
     languages->addAction(m_ui->mnuArabic);
     languages->addAction(m_ui->mnuEnglish);
 
@@ -96,7 +99,7 @@ void frmMain::showTutorialState()
 
 void frmMain::showUser()
 {
-    m_ui->StatusBar1->showMessage(translate(u"User"_s) + u": "_s + engine.currentUser);
+    m_userPanel->setText(translate(u"User"_s) + u": "_s + engine.currentUser);
 }
 
 bool frmMain::familyIsFit()

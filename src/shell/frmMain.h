@@ -8,6 +8,7 @@ namespace Ui
 {
 class frmMain;
 }
+class QLabel;
 
 /// The hub of the program: the daily work, the commands for language, font and compaction, and the end.
 class frmMain : public Screen
@@ -49,4 +50,5 @@ private:
     void chooseFont();
 
     std::unique_ptr<Ui::frmMain> m_ui;
+    QLabel *m_userPanel;
 };
