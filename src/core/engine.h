@@ -29,10 +29,10 @@ struct Engine {
     QDateTime stampNow; ///< scratch date and time of a stamp about to be written
 
     QString currentUser;
-    qint32 userRank = 0;
-    std::optional<qint32>
-        topUserRank; ///< empty until frmNewUser has confirmed; every comparison with it is then False
-    bool masterUserEntry = false; ///< nothing sets it; that is meant
+    // Every comparison with an empty rank is False.
+    std::optional<qint32> userRank;
+    std::optional<qint32> topUserRank; ///< empty until frmNewUser has confirmed
+    bool masterUserEntry = false;      ///< nothing sets it; that is meant
 
     bool isArabic = false;
     QString languageSuffix; ///< "ar" or "en"; empty until the first screen is prepared

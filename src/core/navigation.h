@@ -10,9 +10,8 @@ struct Navigation {
     std::function<void()> showMembers;
     std::function<void()> showUsers;
     std::function<void()> showChangePassword;
-    std::function<void()> showRevenue;         ///< a new one, modally
-    std::function<void()> showRevenueModeless; ///< the shared one
-    std::function<void()> showExpense;         ///< a new one, modally
+    std::function<void()> showRevenue; ///< a new one, modally
+    std::function<void()> showExpense; ///< a new one, modally
     std::function<void()> showChanges;
     std::function<void()> showReports;
     std::function<void()> showAbout;

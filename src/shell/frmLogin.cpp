@@ -108,7 +108,8 @@ void frmLogin::cmdOK_Click()
 
 void frmLogin::takeOverUser(const Recordset &user)
 {
-    engine.userRank = user.value(u"rank"_s).toInt();
+    const Value rank = user.value(u"rank"_s);
+    engine.userRank = rank.isNull() ? std::nullopt : std::optional(rank.toInt());
 
     const QFont font = m_ui->txtUsername->font();
     engine.userFontName = font.family();

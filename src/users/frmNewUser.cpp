@@ -28,6 +28,12 @@ QStringList rightsOf(qint32 rank)
     return {u"add"_s, u"delete"_s, u"modify"_s, u"view"_s, u"reports"_s};
 }
 
+/// A comparison with an empty rank is False.
+bool isAbove(std::optional<qint32> rank, std::optional<qint32> other)
+{
+    return rank && other && *rank > *other;
+}
+
 /// Shows why the command stops and sends the user to the box at fault.
 void refuse(const QString &english, const QString &arabic, QWidget *box)
 {
@@ -135,12 +141,12 @@ bool frmNewUser::userIdIsUsed() const
 bool frmNewUser::mayUseRank()
 {
     const qint32 rank = chosenRank();
-    if (engine.topUserRank && rank > *engine.topUserRank) {
+    if (isAbove(rank, engine.topUserRank)) {
         refuse(u"You need to lower the rank.. too high!"_s,
                u"يجب عليك تقليل الصلاحيات وأن لا تتفوق على المستخدم الرئيس"_s, m_ui->ComboRank);
         return false;
     }
-    if (rank > engine.userRank && engine.topUserRank && engine.userRank < *engine.topUserRank) {
+    if (isAbove(rank, engine.userRank) && isAbove(engine.topUserRank, engine.userRank)) {
         refuse(u"You cannot give higher rank than yours"_s, u"لا تستطيع منح صلاحيات أعلى من صلاحياتك أنت"_s,
                nullptr);
         return false;

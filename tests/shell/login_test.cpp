@@ -26,7 +26,7 @@ protected:
     {
         return QStringList{screen.LoginSucceeded ? u"in"_s : u"out"_s,
                            engine.currentUser,
-                           QString::number(engine.userRank),
+                           QString::number(engine.userRank.value_or(0)),
                            engine.isArabic ? u"ar"_s : u"en"_s,
                            engine.userFontName,
                            QString::number(engine.userFontSize),
