@@ -313,6 +313,8 @@ RuntimeError engineError(sqlite3 *handle)
             if (text == known.description())
                 return known;
         }
+        if (text == u"integer overflow") // of a sum
+            return runtime_errors::overflow();
         break;
     default:
         break;

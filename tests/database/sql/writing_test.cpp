@@ -86,6 +86,18 @@ TEST_F(SqlWriting, ValuesAreConvertedToTheirColumns)
     EXPECT_EQ(error(u"update members set group=group*100"), overflow);
 }
 
+// A figure beyond all money is an error, never a figure that is nearly right.
+TEST_F(SqlWriting, SumsAreExactOrRefused)
+{
+    run(u"update general set amount=922337203685477.5807 where id < 3");
+    EXPECT_EQ(error(u"select sum(amount) from general"), overflow);
+    EXPECT_EQ(error(u"update settings set sn=(select sum(amount) from general)"), overflow);
+    run(u"update general set amount='-922337203685477.5808' where id = 2");
+    EXPECT_EQ(rows(u"select sum(amount) from general"), "49.9999");
+    EXPECT_EQ(error(u"select sum(-1*amount) from general"), overflow); // -1 times the least amount is none
+    EXPECT_EQ(error(u"update general set amount=amount+amount where id = 1"), overflow);
+}
+
 TEST_F(SqlWriting, FileHoldsTheToldFormsAndDefendsThem)
 {
     run(u"update ledger set enteredon='15/03/2004 10:20:30', amount=33.3333 where id=1");

@@ -220,7 +220,10 @@ void ExpressionEmitter::arithmetic(const Expression &expression, Level level)
         own = LevelJoin;
         sign = " || ";
     }
-    enclosed(level > own, [&] {
+    const bool money = expression.type == FieldType::Money;
+    if (money) // the engine goes on with a double where 64 bits end
+        write("q_exact");
+    enclosed(money || level > own, [&] {
         value(expression.operands[0], own);
         write(sign);
         value(expression.operands[1], Level(own + 1));

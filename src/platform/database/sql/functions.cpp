@@ -164,6 +164,14 @@ void divide(sqlite3_context *context, int, sqlite3_value **arguments)
     sqlite3_result_double(context, sqlite3_value_double(arguments[0]) / divisor);
 }
 
+/// q_exact(count): what has left the integers on the way is beyond all money.
+void exact(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    if (sqlite3_value_type(arguments[0]) == SQLITE_FLOAT)
+        throw runtime_errors::overflow();
+    sqlite3_result_value(context, arguments[0]);
+}
+
 struct Registration {
     const char *name;
     int arguments;
@@ -174,7 +182,7 @@ constexpr std::array registrations = {
     Registration{"q_cast", 3, guarded<cast>},         Registration{"q_number", 1, guarded<number>},
     Registration{"q_join", -1, guarded<join>},        Registration{"q_format", 3, guarded<formatted>},
     Registration{"q_datepart", 2, guarded<datePart>}, Registration{"q_days", 2, guarded<days>},
-    Registration{"q_divide", 2, guarded<divide>},
+    Registration{"q_divide", 2, guarded<divide>},     Registration{"q_exact", 1, guarded<exact>},
 };
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "platform/runtime/numbers.h"
 
 #include <cmath>
-#include <limits>
 
 namespace sql
 {
@@ -94,10 +93,10 @@ Value plainValue(const Parameter &stored)
 Value foreignForm(const Parameter &stored, FieldType type)
 {
     const Value value = plainValue(stored);
-    if (type == FieldType::Money) { // a count all the same, of whatever form
+    if (type == FieldType::Money) { // a count all the same, as far as a double counts exactly
         const double count = value.toDouble();
-        constexpr double limit = 9223372036854775808.0;
-        if (count != std::floor(count) || count < -limit || count >= limit)
+        constexpr double limit = 9007199254740992.0;
+        if (count != std::floor(count) || std::abs(count) > limit)
             throw runtime_errors::typeMismatch();
         return Money::fromTenThousandths(qint64(count));
     }
