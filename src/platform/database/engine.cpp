@@ -315,6 +315,8 @@ RuntimeError engineError(sqlite3 *handle)
         }
         if (text == u"integer overflow") // of a sum
             return runtime_errors::overflow();
+        if (text == u"parser stack overflow") // a hundred symbols, whose use the dialect does not count
+            return data_errors::syntax(u"The query is too complex."_s);
         break;
     default:
         break;

@@ -72,6 +72,14 @@ TEST(SqlSyntax, RefusalsSayWhatAndWhere)
     }
     EXPECT_EQ(errorOf(store, u"select nothing from ledger"_s), -2147217904);
     EXPECT_EQ(errorOf(store, u"select general.id from ledger"_s), -2147217904);
+    // Where the engine would look no further than the inner table, or sum over the outer one.
+    for (const char16_t *inner :
+         {u"order by amount", u"group by amount", u"where id=(select max(amount) from sexes)"})
+        EXPECT_EQ(
+            errorOf(store, u"select (select id from sexes %1) from ledger"_s.arg(QString::fromUtf16(inner))),
+            -2147217904);
+    EXPECT_EQ(errorOf(store, u"select id from ledger order by true, null, 'x'"_s), 0);
+    EXPECT_EQ(store.rows(u"select count(*) from ledger group by true"_s), u"6"_s);
     EXPECT_EQ(errorOf(store, u"insert into archives (nothing) values(1)"_s), -2147217904);
     EXPECT_EQ(errorOf(store, u"drop table nothing"_s), -2147217865);
     EXPECT_EQ(errorOf(store, u"select id from ledger where name=5"_s), -2147217913);
@@ -103,6 +111,12 @@ TEST(SqlSyntax, DepthAndLengthAreBounded)
             where + nested(u"(id between 1 and "_s, u"2"_s, u")"_s, depth),
             where + nested(u"format("_s, u"id"_s, u")"_s, depth) + u"='1'"_s,
             where + nested(u"- "_s, u"id"_s, u""_s, depth) + u"=1"_s,
+            where + nested(u"valid or valid and id=1+2*(select id from ledger where "_s, u"valid"_s, u")"_s,
+                           depth),
+            where + nested(u"valid or valid and id between 3 and 1+2*("_s, u"1"_s, u")"_s, depth),
+            where + nested(u"id=(select 1 from ledger order by id,iif("_s, u"valid"_s, u",1,2))"_s, depth),
+            u"select id from ledger order by id"_s + u",id"_s.repeated(depth),
+            u"select count(*) from ledger group by id"_s + u",id"_s.repeated(depth),
             where + u"id=1"_s + u" or id=1"_s.repeated(depth),
             where + u"'1'"_s + u"&'1'"_s.repeated(depth) + u"=''"_s,
             where + u"1"_s + u"+1"_s.repeated(depth) + u"=1"_s,

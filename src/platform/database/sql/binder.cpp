@@ -257,7 +257,7 @@ bound::Select Binder::select(const syntax::Select &selection, const Scope *outer
     if (selection.where)
         result.where = m_expressions.bindCondition(*selection.where, scope);
     for (const syntax::Expression &term : selection.groupBy)
-        result.groupBy.push_back(m_expressions.bind(term, scope));
+        result.groupBy.push_back(m_expressions.bind(term, scope.alone()));
     result.items.reserve(selection.items.size());
     for (const syntax::SelectItem &item : selection.items)
         bindItem(item, scope, result);
@@ -357,7 +357,7 @@ bound::OrderTerm Binder::orderTerm(const syntax::OrderTerm &term, const Scope &s
         result.position = alias;
         return result;
     }
-    result.expression = m_expressions.bind(written, scope, Aggregates::Allowed);
+    result.expression = m_expressions.bind(written, scope.alone(), Aggregates::Allowed);
     if (select.distinct) {
         const int position = itemPosition(result.expression, select);
         result.position = position > 0 ? position : alias;

@@ -2,6 +2,7 @@
 
 #include "platform/database/sql/ddl.h"
 #include "platform/database/sql/expression_emitter.h"
+#include "platform/database/sql/storage.h"
 
 #include <algorithm>
 #include <utility>
@@ -29,6 +30,7 @@ public:
 private:
     void subselect(const bound::Select &inner) override { select(inner, false); }
     void where(const std::optional<Expression> &condition);
+    void sortKey(const Expression &expression);
     void columnList(const std::vector<bound::Assignment> &assignments, const CatalogColumn *counter);
 };
 
@@ -57,7 +59,7 @@ void Emitter::select(const bound::Select &select, bool withRowid)
     separator = " group by ";
     for (const Expression &term : select.groupBy) {
         write(std::exchange(separator, ", "));
-        collated(term);
+        sortKey(term);
     }
     separator = " order by ";
     for (const bound::OrderTerm &term : select.orderBy) {
@@ -67,7 +69,7 @@ void Emitter::select(const bound::Select &select, bool withRowid)
             if (select.items[size_t(term.position) - 1].info.type == FieldType::Text)
                 write(" collate arabic");
         } else {
-            collated(term.expression);
+            sortKey(term.expression);
         }
         if (term.descending)
             write(" desc");
@@ -76,6 +78,15 @@ void Emitter::select(const bound::Select &select, bool withRowid)
         write(separator);
         source(select.source, ".rowid");
     }
+}
+
+/// An expression of GROUP BY or ORDER BY. A written number would be the place of a result column there.
+void Emitter::sortKey(const Expression &expression)
+{
+    if (expression.kind == Expression::Kind::Literal)
+        parameter(toStorage(expression.literal, expression.type));
+    else
+        collated(expression);
 }
 
 void Emitter::where(const std::optional<Expression> &test)

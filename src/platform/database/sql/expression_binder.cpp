@@ -330,7 +330,7 @@ Expression ExpressionBinder::aggregate(const syntax::Expression &expression, con
 
     Expression result = call(name, FieldType::Long, {});
     if (!expression.star) {
-        Expression operand = bind(expression.operands[0], scope, Aggregates::Refused);
+        Expression operand = bind(expression.operands[0], scope.alone(), Aggregates::Refused);
         const bool number = operand.type != FieldType::Text && operand.type != FieldType::Date;
         if (word == "max"_L1 || word == "min"_L1) {
             result.type = operand.type;

@@ -13,6 +13,10 @@ struct Scope {
     QStringView alias;                   ///< replaces the table's name
     int source = 0;
     const Scope *outer = nullptr;
+
+    /// The same without the places around it: in an aggregate, GROUP BY and ORDER BY the engine either does
+    /// not look there or takes the aggregate for one of the outer statement.
+    Scope alone() const { return {.table = table, .alias = alias, .source = source, .outer = nullptr}; }
 };
 
 /// Finds the names of expressions and gives each expression its type.

@@ -17,7 +17,7 @@ namespace
 {
 
 // Above what any screen writes, and low enough that neither this parser nor the walks over the tree come near
-// the end of the stack; the engine's own parser has room for a hundred symbols, some ten to a sub-select.
+// the end of the stack. The engine's own parser, with room for a hundred symbols, may give up before.
 constexpr int maximumNesting = 8;
 constexpr int maximumHeight = 200;
 constexpr qsizetype excerptLength = 100;

@@ -84,6 +84,8 @@ Select Parser::select(Into into)
         advance();
         advance();
         do {
+            if (result.groupBy.size() == maximumColumns)
+                failComplexity();
             result.groupBy.push_back(clauseExpression(u"Syntax error in GROUP BY clause."_s));
         } while (take(u','));
     }
@@ -91,6 +93,8 @@ Select Parser::select(Into into)
         advance();
         advance();
         do {
+            if (result.orderBy.size() == maximumColumns)
+                failComplexity();
             OrderTerm term;
             term.expression = clauseExpression(u"Syntax error in ORDER BY clause."_s);
             term.descending = take(Keyword::Desc);
