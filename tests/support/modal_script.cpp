@@ -26,15 +26,16 @@ struct Step {
 
 /// Runs a part of a test inside the event loop: what it throws fails the test instead of reaching the
 /// program.
-template <typename Action>
-void runGuardedStep(Action &&action)
+void runStep(const std::function<void()> &action)
 {
-    try {
-        action();
-    } catch (const std::exception &failure) {
-        ADD_FAILURE() << failure.what();
-        endProcess(stuckExit);
-    }
+    runEventRoutine([&] {
+        try {
+            action();
+        } catch (const std::exception &failure) {
+            ADD_FAILURE() << failure.what();
+            endProcess(stuckExit);
+        }
+    });
 }
 
 class Script
@@ -75,7 +76,7 @@ private:
     void arm()
     {
         QMetaObject::invokeMethod(
-            m_timer.get(), [this] { tick(); }, Qt::QueuedConnection);
+            m_timer.get(), [this] { runEventRoutine([this] { tick(); }); }, Qt::QueuedConnection);
     }
 
     void tick()
@@ -88,7 +89,7 @@ private:
             m_acting.emplace_back(modal);
             m_idleTicks = 0;
             bool ran = false;
-            runGuardedStep([&] { ran = step.runsOn(modal); });
+            runStep([&] { ran = step.runsOn(modal); });
             if (m_acting.size() > depth)
                 m_acting.resize(depth);
             if (ran) {
@@ -147,7 +148,7 @@ std::string support::className(const std::type_info &type)
 
 void later(std::function<void()> action)
 {
-    QTimer::singleShot(0, qApp, [action = std::move(action)] { runGuardedStep(action); });
+    QTimer::singleShot(0, qApp, [action = std::move(action)] { runStep(action); });
 }
 
 void support::beginTest()

@@ -30,8 +30,9 @@ struct Process {
     int life = 0; ///< changes with resetProcess(), so that what was posted before does not count any more
     int dialogs = 0;
     bool endsWithLastScreen = true;
-    int waits = 0;            ///< own waits on the stack
-    int dispatchedUnder = -1; ///< event loops and waits that stood when the innermost dispatch began
+    int waits = 0;         ///< own waits on the stack
+    int routineUnder = -1; ///< event loops and waits that stood when the innermost routine was called; -1 in
+                           ///< the toolkit's own frames
     std::function<void()> untrappedHook;
     QString title = u"Quvana"_s;
 };
@@ -40,6 +41,13 @@ Process process;
 int standingLoops()
 {
     return QThread::currentThread()->loopLevel() + process.waits;
+}
+
+/// Whether the frame below is a routine of the program, and not one of the toolkit that an exception must not
+/// cross.
+bool isCalledByRoutine()
+{
+    return process.routineUnder == standingLoops() && std::uncaught_exceptions() == 0;
 }
 
 void beginEnd(int exitCode)
@@ -137,26 +145,37 @@ bool Application::notify(QObject *receiver, QEvent *event)
     if (process.ending && isRoutineEvent(event->type()))
         return true;
 
-    const int loops = standingLoops();
-    const bool sentByRoutine = loops == process.dispatchedUnder && std::uncaught_exceptions() == 0;
-    const QScopedValueRollback dispatching(process.dispatchedUnder, loops);
+    const bool sentByRoutine = isCalledByRoutine();
+    const QScopedValueRollback dispatching(process.routineUnder, -1);
     const Screen::InUse inUse(Screen::of(receiver));
-    try {
+    bool taken = true;
+    runGuarded([&] {
         if (event->type() == QEvent::KeyPress && receiver->isWidgetType()) {
             auto *screen = qobject_cast<Screen *>(static_cast<QWidget *>(receiver)->window());
-            if (screen && screen->previewKey(static_cast<QKeyEvent *>(event)))
-                return true;
+            bool seen = false;
+            runEventRoutine([&] { seen = screen && screen->previewKey(static_cast<QKeyEvent *>(event)); });
+            if (seen || process.ending)
+                return;
         }
-        return QApplication::notify(receiver, event);
-    } catch (const ProcessEnding &) {
-        // The loop or wait below this dispatch ends by itself.
-    } catch (const std::exception &failure) {
-        reportUntrapped(asRuntimeError(failure));
-    }
-    // A routine that sent the event itself must not go on behind it.
+        taken = QApplication::notify(receiver, event);
+    });
+    // A routine that sent the event itself must not go on behind it; a loop or wait below ends by itself.
     if (sentByRoutine && process.ending)
         throw ProcessEnding{};
-    return true;
+    return taken;
+}
+
+void runEventRoutine(const std::function<void()> &routine)
+{
+    if (process.ending)
+        return;
+    const bool causedByRoutine = isCalledByRoutine();
+    {
+        const QScopedValueRollback running(process.routineUnder, standingLoops());
+        runGuarded(routine);
+    }
+    if (causedByRoutine && process.ending)
+        throw ProcessEnding{};
 }
 
 void runGuarded(const std::function<void()> &routine)
@@ -171,7 +190,7 @@ void runGuarded(const std::function<void()> &routine)
 
 int runProcess(const std::function<void()> &routine)
 {
-    runGuarded(routine);
+    runEventRoutine(routine);
     if (!process.ending && !Screen::loadedScreens().isEmpty())
         QCoreApplication::exec();
     return process.exitCode;
@@ -235,7 +254,7 @@ void lookForLastScreen()
         [life = process.life] {
             if (life == process.life && process.endsWithLastScreen && process.dialogs == 0 &&
                 Screen::loadedScreens().isEmpty())
-                endProcess(0);
+                beginEnd(0);
         },
         Qt::QueuedConnection);
 }

@@ -7,13 +7,13 @@
 class RuntimeError;
 
 /// Thrown to unwind everything that stands behind a wait once the process is ending: modal screens, dialogs,
-/// waits. Nobody but the event dispatch and runGuarded() catches it; it is no std::exception, so no handler
-/// of failures takes it.
+/// waits. Nobody but the routines below and the event dispatch catches it; it is no std::exception, so no
+/// handler of failures takes it.
 struct ProcessEnding {
 };
 
-/// The application with the one place where untrapped failures end: its event dispatch. A RuntimeError that
-/// leaves an event routine is reported by reportUntrapped() and ends the process with exit code 1.
+/// The application. Its event dispatch ends what an event routine outside of runEventRoutine() throws, by the
+/// same rules.
 class Application : public QApplication
 {
     Q_OBJECT
@@ -24,12 +24,17 @@ public:
     bool notify(QObject *receiver, QEvent *event) override;
 };
 
-/// Runs a routine outside of any event (Main itself) under the same rules as the event dispatch.
+/// The one place where untrapped failures end: runs a routine, reports a RuntimeError that leaves it by
+/// reportUntrapped(), which ends the process with exit code 1, and stops the unwinding of an ending process.
 void runGuarded(const std::function<void()> &routine);
 
-/// The whole life of the process: the routine under runGuarded(), then its screens' events until the last
-/// screen is unloaded or the process ends. Ends at once when the routine leaves no screen loaded. Returns the
-/// exit code.
+/// The same around the routine of an event, as the toolkit calls it: no exception crosses the toolkit's own
+/// frames, which are not made for it. An event that another routine caused by itself ends that routine too
+/// when it ends the process. Nothing runs any more in a process that is ending.
+void runEventRoutine(const std::function<void()> &routine);
+
+/// The whole life of the process: the routine, then its screens' events until the last screen is unloaded or
+/// the process ends. Ends at once when the routine leaves no screen loaded. Returns the exit code.
 int runProcess(const std::function<void()> &routine);
 
 /// What an untrapped failure does first, before its box comes: the roll-back of an open transaction. It must

@@ -311,7 +311,7 @@ void Screen::keyPressEvent(QKeyEvent *event)
 
 void Screen::closeEvent(QCloseEvent *event)
 {
-    unload();
+    runEventRoutine([this] { unload(); });
     event->setAccepted(!m_loaded);
 }
 
@@ -329,8 +329,8 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
         if (watched == surface()) {
             renderGround();
-            if (m_loaded && m_resized && !processEnding())
-                Form_Resize();
+            if (m_loaded && m_resized)
+                runEventRoutine([this] { Form_Resize(); });
         }
         break;
     default:

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "platform/ui/application.h"
+
 #include <QtCore/QPointer>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QMainWindow>
 
 #include <cstddef>
 #include <functional>
+#include <type_traits>
 #include <vector>
 
 /// A window of the program. Its controls come from a Designer file whose top is a QMainWindow: a menu bar, a
@@ -89,6 +92,26 @@ public:
     /// resize. Calls add up, in order; clearGround() forgets them.
     void paintGround(std::function<void(QPainter &painter, QSize surface)> painting);
     void clearGround();
+
+    /// In place of QObject::connect: the routine runs under runEventRoutine(). It takes the signal's
+    /// arguments or none.
+    template <typename Sender, typename Signal, typename Context, typename Routine>
+    static QMetaObject::Connection connect(const Sender *sender, Signal signal, Context *context,
+                                           Routine routine)
+    {
+        return QObject::connect(sender, signal, context, [context, routine](auto... arguments) {
+            runEventRoutine([&] {
+                if constexpr (std::is_invocable_v<Routine, Context *, decltype(arguments)...>)
+                    std::invoke(routine, context, arguments...);
+                else if constexpr (std::is_invocable_v<Routine, Context *>)
+                    std::invoke(routine, context);
+                else if constexpr (std::is_invocable_v<Routine, decltype(arguments)...>)
+                    std::invoke(routine, arguments...);
+                else
+                    std::invoke(routine);
+            });
+        });
+    }
 
     /// The hourglass and back.
     static void setHourglass(bool on);
