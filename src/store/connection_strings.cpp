@@ -4,9 +4,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-QString connectionStringOf(const QString &path, const QString &password)
+QString connectionStringOf(const QString &path, const QString &password, const QString &options)
 {
-    return u"Provider=Microsoft.Jet.OLEDB.4.0"_s + u";Data Source="_s + path +
+    return u"Provider=Microsoft.Jet.OLEDB.4.0"_s + u";Data Source="_s + path + options +
            u";Jet OLEDB:Database Password="_s + password;
 }
 
