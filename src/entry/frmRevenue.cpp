@@ -2,6 +2,7 @@
 
 #include "core/engine.h"
 #include "entry/entry_boxes.h"
+#include "entry/entry_layout.h"
 #include "entry/member_selection.h"
 #include "entry/posting.h"
 #include "platform/runtime/clock.h"
@@ -13,21 +14,12 @@
 #include "presentation/vocabulary.h"
 #include "ui_frmRevenue.h"
 
-#include <QtGui/QScreen>
-#include <QtWidgets/QButtonGroup>
-#include <QtWidgets/QStatusBar>
-
-#include <algorithm>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
 
 constexpr int enterKey = 13;
-constexpr int margin = 12;         ///< between the areas of the screen, in pixels
-constexpr int leastHeight = 420;   ///< of the surface, whatever the desktop leaves
-constexpr int groupLinesShown = 3; ///< more lines of group buttons scroll
 
 QString selectSomebody()
 {
@@ -43,17 +35,18 @@ frmRevenue::frmRevenue() : Screen(u"frmRevenue"_s), m_ui(std::make_unique<Ui::fr
     m_selection = new MemberSelection({m_ui->MemberArea, m_ui->Check1_0, m_ui->LBLName_0, m_ui->LBLShare_0,
                                        m_ui->GroupArea, m_ui->cmdGroup_0},
                                       this);
+    m_layout = std::make_unique<EntryLayout>(
+        EntryLayout::Parts{this,
+                           m_selection,
+                           m_ui->GroupArea,
+                           m_ui->MemberArea,
+                           m_ui->cmdAll,
+                           {m_ui->cmdDivide, m_ui->cmdReDivide, m_ui->cmdEntry}});
     for (QWidget *box : {static_cast<QWidget *>(m_ui->txtAmount), static_cast<QWidget *>(m_ui->txtNote),
                          static_cast<QWidget *>(m_ui->txtRevenueDetail)})
         takeAsciiDigits(box);
-    m_ui->txtNote->setPlainText(u"شرح العمليه\n"_s);
-    m_ui->txtRevenueDetail->setPlainText(u"تفاصيل الدفع\n"_s);
+    setPrompts(m_ui->txtNote, m_ui->txtRevenueDetail);
     setFixedWidth(m_ui->surface->minimumWidth());
-    for (QLabel *label : {m_ui->LBLName_0, m_ui->LBLShare_0}) {
-        QPalette white = label->palette();
-        white.setColor(QPalette::Window, Qt::white);
-        label->setPalette(white);
-    }
 
     connect(m_ui->txtAmount, &QLineEdit::returnPressed, this, [this] { txtAmount_KeyPress(enterKey); });
     connect(m_ui->cmdAll, &QPushButton::clicked, this, &frmRevenue::cmdAll_Click);
@@ -76,12 +69,7 @@ void frmRevenue::Form_Load()
     PrepareScreen(*this);
     m_divisionMode = islamic;
 
-    const auto kinds = Recordset::create();
-    kinds->open(u"select * from details where credit=true"_s, engine.dbConnection, CursorType::Static);
-    for (; !kinds->eof(); kinds->moveNext())
-        m_ui->ComboGType->addItem(kinds->value(u"detail"_s + engine.languageSuffix).toText());
-    kinds->close();
-    m_ui->ComboGType->setCurrentIndex(0);
+    listKinds(m_ui->ComboGType, u"select * from details where credit=true"_s);
 
     m_ui->txtAmount->setLayoutDirection(layoutDirection());
     writeFrom(m_ui->txtAmount, layoutDirection());
@@ -92,13 +80,7 @@ void frmRevenue::Form_Load()
                       engine.isArabic ? translate(u"paymentdetail"_s) : u"Payment detail"_s);
     m_paymentMethod = u"نقداً"_s;
     m_ui->DTPicker1->setValue(today());
-    const Qt::Alignment panelAlignment = engine.isArabic ? Qt::AlignCenter : Qt::AlignLeft;
-    for (const QString &text : {engine.currentUser, shortDate(today())}) {
-        auto *panel = new QLabel(text);
-        panel->setAlignment(panelAlignment);
-        panel->setFont(font());
-        m_ui->StatusBar1->addWidget(panel, 1);
-    }
+    addStatusPanels(m_ui->StatusBar1);
 
     m_selection->rebuildGroups();
     m_counts = {};
@@ -109,7 +91,7 @@ void frmRevenue::Form_Load()
                                     const qint32 relation = row.value(u"relation"_s).toInt();
                                     return shareCaption(ComputeShare(qint16(relation)));
                                 });
-    growToLines();
+    showLines();
     m_ui->txtAmount->setFocus();
 }
 
@@ -135,7 +117,7 @@ void frmRevenue::txtAmount_KeyPress(int code)
                                     return shareCaption(
                                         ComputeShare(qint16(row.value(u"relation"_s).toInt())));
                                 });
-    growToLines();
+    showLines();
 }
 
 void frmRevenue::readHeirCounts()
@@ -226,8 +208,7 @@ void frmRevenue::cmdGroup_Click(int index)
 void frmRevenue::cmdDivide_Click()
 {
     if (!isNumeric(m_ui->txtAmount->text()))
-        return refuse(u"Please enter the amount then Enter  فضلاً أدخل المبلغ ثم إضغط إدخال"_s,
-                      m_ui->txtAmount);
+        return refuse(askForAmount(), m_ui->txtAmount);
     if (CountSelected() < 1)
         return showMessage(selectSomebody());
     m_selection->clearShares();
@@ -265,8 +246,7 @@ void frmRevenue::enter()
     if (selectedCount <= 0) {
         // Out of reach behind the test above, and kept.
         if (!isNumeric(m_ui->txtAmount->text()))
-            return refuse(u"Please enter the amount then Enter  فضلاً أدخل المبلغ ثم إضغط إدخال"_s,
-                          m_ui->txtAmount);
+            return refuse(askForAmount(), m_ui->txtAmount);
         txtAmount_KeyPress(enterKey);
         return showMessage(u"لا بد من إختيار على الأقل فرد واحد لإتمام الإدخال"_s);
     }
@@ -323,32 +303,13 @@ void frmRevenue::mnuExit_Click()
     unload();
 }
 
-void frmRevenue::growToLines()
+void frmRevenue::showLines()
 {
-    const int bars = minimumSizeHint().height() - m_ui->surface->minimumHeight();
-    const int titleBar = isVisible() ? frameGeometry().height() - height() : 40;
-    const int room = screen()->availableGeometry().height() - titleBar - bars;
-    const int needed = memberTop() + m_selection->memberHeight() + margin + m_ui->cmdEntry->height() + margin;
-    m_ui->surface->setMinimumHeight(std::min(needed, std::max(room, leastHeight)));
-    resize(width(), std::max(height(), bars + m_ui->surface->minimumHeight()));
-    Form_Resize();
+    m_layout->grow();
     m_selection->chainTabOrder(m_ui->cmdClear, m_ui->cmdDivide);
-}
-
-int frmRevenue::memberTop() const
-{
-    return m_ui->GroupArea->y() + std::max(m_ui->GroupArea->height(), m_ui->cmdAll->height()) + margin;
 }
 
 void frmRevenue::Form_Resize()
 {
-    const int height = m_ui->surface->height();
-    const int commandTop = height - margin - m_ui->cmdEntry->height();
-    for (QWidget *command : {m_ui->cmdDivide, m_ui->cmdReDivide, m_ui->cmdEntry})
-        command->move(command->x(), commandTop);
-    m_ui->GroupArea->setFixedHeight(
-        std::min(m_selection->groupHeight(), m_selection->groupHeight(groupLinesShown)));
-    m_ui->MemberArea->setGeometry(m_ui->MemberArea->x(), memberTop(), m_ui->MemberArea->width(),
-                                  commandTop - margin - memberTop());
-    m_selection->layOut();
+    m_layout->layOut();
 }

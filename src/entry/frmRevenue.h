@@ -5,6 +5,7 @@
 
 #include <memory>
 
+class EntryLayout;
 class MemberSelection;
 class Recordset;
 
@@ -54,11 +55,11 @@ private:
     void readHeirCounts();
     void divide();
     Money islamicShareOf(qint16 relation);
-    void growToLines();
-    int memberTop() const;
+    void showLines();
 
     std::unique_ptr<Ui::frmRevenue> m_ui;
     MemberSelection *m_selection;
+    std::unique_ptr<EntryLayout> m_layout;
 
     DivisionMode m_divisionMode = islamic;
     HeirCounts m_counts; ///< wifeCount, sonCount, daughterCount

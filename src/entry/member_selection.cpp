@@ -40,6 +40,7 @@ ElidedLabel *loadLabel(ElidedLabel *first, int index)
     auto *label = loadElement(first, index);
     label->setAlignment(first->alignment());
     label->setMargin(first->margin());
+    label->setContentsMargins(first->contentsMargins());
     return label;
 }
 
@@ -71,6 +72,14 @@ MemberSelection::MemberSelection(const Places &places, QObject *parent)
     : QObject(parent), m_places(places), m_checks{places.check}, m_names{places.name}, m_shares{places.share},
       m_groups{places.group}
 {
+    for (ElidedLabel *label : {places.name, places.share}) {
+        QPalette white = label->palette();
+        white.setColor(QPalette::Window, Qt::white);
+        label->setPalette(white);
+    }
+    // The buttons of the groups stand on the painted ground, as the screen's other buttons do.
+    places.groupArea->viewport()->setAutoFillBackground(false);
+    places.groupArea->widget()->setAutoFillBackground(false);
     connect(places.group, &QPushButton::clicked, this, [this] { Q_EMIT groupClicked(0); });
 }
 

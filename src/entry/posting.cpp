@@ -32,7 +32,7 @@ qint32 drawRevenueNumber()
         engine.strSql = u"insert into settings (lastcompacted,desceased,sn) values("_s +
                         quoted(generalDate(engine.lastCompacted)) + u",'غير معروف',1)"_s;
     } else {
-        number = settings->value(u"maxid"_s).toInt() + 1;
+        number = toLongInteger(settings->value(u"maxid"_s).toDouble() + 1);
         engine.strSql = u"update settings set sn=sn+1"_s;
     }
     settings->close();

@@ -5,6 +5,8 @@
 
 #include <QtCore/QStringList>
 
+#include <functional>
+
 // For tests that bring into every box what nobody foresaw.
 
 inline QStringList hostileTexts()
@@ -55,6 +57,8 @@ public:
     MessageAnswer message(const MessageRequest &request) override
     {
         told += request.text;
+        if (meanwhile)
+            meanwhile();
         return request.buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
     }
     QString input(const QString &, const QString &, const QString &) override { return typed; }
@@ -63,6 +67,7 @@ public:
 
     QString typed;
     QStringList told;
+    std::function<void()> meanwhile; ///< runs while a box stands
 
 private:
     DialogService *m_before;
