@@ -176,7 +176,8 @@ TEST_F(Changes, AValueThatDoesNotFitIsRefused)
         {u"dob"_s, u"30/02/2004"_s, step},
         {u"married"_s, u"yes"_s, step},
         {u"name"_s, u"12345678901"_s, small},
-        {u"name"_s, u"123456789\U0001F600"_s, small}, // 11 units
+        {u"name"_s, u"123456789\U0001F600"_s, small},                 // 11 units
+        {u"name"_s, QString(QChar()) + QString(5, u'\u0645'), small}, // behind a NUL bytes count
         {u"name"_s, u"12345678\U0001F600"_s, "ok"},
         {u"name"_s, u"1234567890"_s, "ok"},
         {u"note"_s, u""_s, "ok"},

@@ -20,7 +20,7 @@ Value fitted(const Value &value, const FieldInfo &field)
     } catch (const RuntimeError &) { // the conversion's own failure has no place in this layer
         throw data_errors::multipleStep();
     }
-    if (field.type == FieldType::Text && result.toText().size() > field.definedSize)
+    if (field.type == FieldType::Text && !sql::textFits(result.toText(), field.definedSize))
         throw data_errors::fieldTooSmall(true);
     return result;
 }

@@ -152,6 +152,7 @@ TEST_F(SqlWriting, TextsAreCountedInUtf16UnitsOnEveryRoad)
         {QString(51, u'\u0645'), fieldTooSmall},
         {holed + QString(47, u'x'), 0},
         {holed + QString(48, u'x'), fieldTooSmall},
+        {holed + QString(40, u'\u0645'), fieldTooSmall}, // behind a NUL bytes count
     };
     for (const auto &[text, expected] : cases) {
         m_store.run(u"select '%1' as wide into [wide] from settings"_s.arg(text));

@@ -180,10 +180,10 @@ Expression assigned(Expression expression, const CatalogColumn &column)
     if (column.type == FieldType::Boolean && value.isNull())
         value = false; // a stored boolean is never Null
     if (column.type == FieldType::Text && !value.isNull()) {
-        const qsizetype length = value.toText().size();
-        if (length > column.size)
+        const QString text = value.toText();
+        if (!textFits(text, column.size))
             throw data_errors::fieldTooSmall(false);
-        if (length == 0 && !column.emptyTextAllowed)
+        if (text.isEmpty() && !column.emptyTextAllowed)
             throw data_errors::zeroLength(column.name);
     }
     return retyped(std::move(expression), std::move(value), column.type);

@@ -134,6 +134,11 @@ Value fieldValue(const Value &value, FieldType type)
     Q_UNREACHABLE();
 }
 
+bool textFits(const QString &text, int size)
+{
+    return text.size() <= size && (!text.contains(QChar::Null) || text.toUtf8().size() <= size);
+}
+
 Parameter toStorage(const Value &value, FieldType type)
 {
     const Value converted = fieldValue(value, type);

@@ -13,6 +13,10 @@ namespace sql
 /// @throws RuntimeError 13 when it can't be converted, 6 outside the type's range.
 Value fieldValue(const Value &value, FieldType type);
 
+/// Whether a text goes into a field of that many UTF-16 units, as the file's own check has it: behind a NUL,
+/// where the engine's counting ends, every byte counts.
+bool textFits(const QString &text, int size);
+
 /// A value as a column of that type stores it. The value is converted to the type first, texts by the
 /// run-time's rules.
 /// @throws RuntimeError 13 when it can't be converted, 6 outside the type's range.
