@@ -7,17 +7,22 @@
 #include "platform/ui/wait.h"
 
 #include <QtCore/QPointer>
+#include <QtGui/QFontDatabase>
+#include <QtGui/QFontInfo>
 #include <QtGui/QScreen>
+#include <QtWidgets/QColorDialog>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QFontDialog>
 #include <QtWidgets/QGridLayout>
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QScrollArea>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QVBoxLayout>
 
 #include <array>
@@ -122,12 +127,18 @@ QMessageBox::Icon iconOf(MessageIcon icon)
     return QMessageBox::NoIcon;
 }
 
+/// To the side on which the box begins: the toolkit would look at the text, and not into its isolates.
+Qt::Alignment leadingSide(const QWidget &box)
+{
+    return QStyle::visualAlignment(box.layoutDirection(), Qt::AlignLeading) | Qt::AlignAbsolute;
+}
+
 void setMessageText(QMessageBox &box, const MessageRequest &request)
 {
     constexpr int width = 520;
     const QString text = readableText(request.text);
     const Qt::Alignment alignment =
-        (request.rightAligned ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeading) | Qt::AlignVCenter;
+        (request.rightAligned ? Qt::AlignRight | Qt::AlignAbsolute : leadingSide(box)) | Qt::AlignVCenter;
     const int roof = box.screen()->availableGeometry().height() / 2;
     const QRect needed = box.fontMetrics().boundingRect(QRect(0, 0, width, 1 << 20), Qt::TextWordWrap, text);
 
@@ -161,6 +172,23 @@ constexpr std::array<qint32, 16> offeredColors{
     0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF,
 };
 
+/// The font to begin with, by a family and a style that are there. The dialog looks for the style by its name
+/// in the list, but asks for the toolkit's word in the session's language, which no list has.
+QFont listedFont(const FontChoice &choice)
+{
+    QFont font = readableFont(choice.name, choice.size, choice.bold);
+    const QString family = QFontInfo(font).family();
+    font.setFamilies({family});
+    for (const QString &style : QFontDatabase::styles(family)) {
+        const QFont listed = QFontDatabase::font(family, style, font.pointSize());
+        const bool fits = listed.style() == QFont::StyleNormal && listed.weight() == font.weight();
+        const qsizetype best = font.styleName().size(); // the longer names are those of narrow cuts
+        if (fits && (best == 0 || style.size() < best))
+            font.setStyleName(style);
+    }
+    return font;
+}
+
 QPixmap colorSample(qint32 color)
 {
     QPixmap sample(48, 14);
@@ -178,7 +206,6 @@ QComboBox *colorBox(qint32 chosen)
     if (box->findData(chosen) < 0)
         box->addItem(colorSample(chosen), {}, chosen);
     box->setCurrentIndex(box->findData(chosen));
-    box->setAccessibleName(u"Color"_s);
     return box;
 }
 } // namespace
@@ -215,6 +242,7 @@ QString QtDialogs::input(const QString &prompt, const QString &title, const QStr
     for (auto *label : box->findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
+        label->setAlignment(leadingSide(*box.operator->()) | Qt::AlignVCenter);
     }
     box->resize(420, box->sizeHint().height());
     return runDialog(box.pointer()) ? asciiDigits(box->textValue()) : QString();
@@ -223,15 +251,22 @@ QString QtDialogs::input(const QString &prompt, const QString &title, const QStr
 std::optional<FontChoice> QtDialogs::font(const FontChoice &initial)
 {
     const Owned box(new QDialog(windowInUse()));
-    auto *chooser = new QFontDialog(readableFont(initial.name, initial.size, initial.bold));
+    auto *chooser = new QFontDialog(listedFont(initial));
     chooser->setWindowFlags(Qt::Widget);
     chooser->setSizeGripEnabled(false);
     chooser->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
     auto *color = colorBox(initial.color);
+    auto *colorLabel = new QLabel(QColorDialog::tr("Select Color"));
+    colorLabel->setBuddy(color);
+    auto *colorRow = new QHBoxLayout;
+    colorRow->setContentsMargins(chooser->layout()->contentsMargins());
+    colorRow->addWidget(colorLabel);
+    colorRow->addWidget(color);
+    colorRow->addStretch();
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto *layout = new QVBoxLayout(box.operator->());
     layout->addWidget(chooser);
-    layout->addWidget(color);
+    layout->addLayout(colorRow);
     layout->addWidget(buttons);
     box->setWindowTitle(chooser->windowTitle().isEmpty() ? programTitle() : chooser->windowTitle());
     QObject::connect(buttons, &QDialogButtonBox::accepted, box.operator->(), &QDialog::accept);
