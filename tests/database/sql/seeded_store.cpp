@@ -3,45 +3,12 @@
 #include "database/temp_store.h"
 #include "platform/database/engine.h"
 #include "platform/database/session.h"
+#include "store/schema.h"
 
 #include <sqlcipher/sqlite3.h>
 
 namespace
 {
-
-// table | columns | indexed columns, the first one unique. `!` refuses empty texts, `+` defaults to True.
-constexpr const char *schema[] = {
-    "archives|table:text(30)! archive:text(30)! interval:text(30)!|archive",
-    "settings|id:long desceased:text(50)! lastcompacted:date sn:long|id",
-    "ledger|id:counter name:text(50)! transactionid:long creditordebit:boolean amount:money "
-    "totalamount:money "
-    "valid:boolean ddate:date enteredon:date enteredby:text(20)! transactiondetail:text(100) "
-    "paymentdetail:text(100) paymentmethod:text(15)! gtype:long|id name transactionid creditordebit gtype",
-    "members|name:text(50)! sex:byte title:text(10) relation:byte dob:date group:byte valid:boolean+ "
-    "lastupdate:date|name",
-    "audit_members|idkey:counter name:text(50)! sex:byte title:text(10) relation:byte dob:date group:byte "
-    "valid:boolean lastupdate:date updatedon:date updatedby:text(20)! updatetype:text(10)!|idkey name",
-    "relations|id:counter relationar:text(20)! relationen:text(20)!|id",
-    "sexes|id:counter sexar:text(20)! sexen:text(20)!|id",
-    "details|id:counter detailar:text(20)! detailen:text(20)! credit:boolean|id",
-    "users|id:counter userid:text(20)! password:text(20) name:text(50)! rank:byte lastlogin:date "
-    "createdon:date "
-    "createdby:text(20)! valid:boolean lastupdate:date language:text(10)! fontname:text(50)! "
-    "fontsize:text(50)! "
-    "fontbold:text(50)! fontcolor:text(50)!|id userid",
-    "audit_users|idkey:long id:counter userid:text(20)! password:text(20)! name:text(50)! rank:byte "
-    "lastlogin:date createdon:date createdby:text(20)! valid:boolean lastupdate:date language:text(10)! "
-    "fontname:text(50)! fontsize:text(50)! fontbold:text(50)! fontcolor:text(50)! updatedon:date "
-    "updatedby:text(20)! updatetype:text(10)!|idkey id userid",
-    "general|id:counter transactionid:long valid:boolean creditordebit:boolean amount:money ddate:date "
-    "enteredon:date enteredby:text(20)! transactiondetail:text(100) paymentdetail:text(100) "
-    "paymentmethod:text(15)! gtype:long lastupdate:date|id transactionid creditordebit gtype",
-    "audit_general|idkey:counter id:long transactionid:long valid:boolean creditordebit:boolean amount:money "
-    "ddate:date enteredon:date enteredby:text(20)! transactiondetail:text(100) paymentdetail:text(100) "
-    "paymentmethod:text(15)! gtype:long lastupdate:date updatedon:date updatedby:text(20)! "
-    "updatetype:text(10)!|"
-    "idkey id transactionid",
-};
 
 constexpr const char16_t *seed[] = {
     u"insert into settings (lastcompacted,desceased,sn) values('01/03/2004','unknown',3)",
@@ -91,37 +58,12 @@ constexpr const char16_t *seed[] = {
     u"01/03/2004')",
 };
 
-ColumnDefinition columnFrom(const QString &text)
-{
-    using Type = ColumnDefinition::Type;
-    static const std::pair<QString, Type> types[] = {
-        {u"byte"_s, Type::Byte},       {u"long"_s, Type::Long}, {u"money"_s, Type::Money},
-        {u"boolean"_s, Type::Boolean}, {u"date"_s, Type::Date}, {u"counter"_s, Type::Counter}};
-    ColumnDefinition column{text.section(u':', 0, 0)};
-    const QString type = text.section(u':', 1);
-    for (const auto &[name, meaning] : types) {
-        if (type.startsWith(name))
-            column.type = meaning;
-    }
-    column.size = type.section(u'(', 1).section(u')', 0, 0).toInt();
-    column.emptyTextAllowed = !type.endsWith(u'!');
-    column.defaultTrue = type.endsWith(u'+');
-    return column;
-}
-
 /// Makes the file that every store of this process starts as a copy of.
 void makeTemplate(const QString &path)
 {
     StoreFile file = StoreFile::create(path, u"romanqvlt"_s);
-    for (const char *line : schema) {
-        const QStringList parts = QString::fromLatin1(line).split(u'|');
-        TableDefinition table{parts[0], {}, {}};
-        for (const QString &column : parts[1].split(u' '))
-            table.columns.push_back(columnFrom(column));
-        for (const QString &index : parts[2].split(u' '))
-            table.indexes.push_back(index);
+    for (const TableDefinition &table : storeTables())
         file.appendTable(table);
-    }
     file.close();
     const ConnectionPtr connection = Connection::create();
     connection->open(connectionTo(path));
