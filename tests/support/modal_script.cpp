@@ -1,13 +1,11 @@
 #include "platform/ui/application.h"
 #include "support/screens.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
-#include <cstdlib>
-#include <cxxabi.h>
+#include <algorithm>
 #include <deque>
 #include <memory>
 #include <vector>
@@ -16,11 +14,10 @@ namespace
 {
 constexpr int stuckExit = 98;
 constexpr int tickMilliseconds = 2;
-constexpr int patienceTicks = 100;             // for a modal screen to go after its last action
-constexpr qint64 patienceMilliseconds = 60000; // without any action while steps are open
+constexpr int patienceTicks = 100; // for a modal window without an action to go
 
 struct Step {
-    std::string wanted;
+    const char *wanted;
     std::function<bool(QWidget *)> runsOn;
 };
 
@@ -50,17 +47,16 @@ public:
     void begin()
     {
         m_timer = std::make_unique<QTimer>();
-        QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] { arm(); });
+        // A timer does not fire inside its own slot; a posted call does, so steps can nest.
+        QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] {
+            QMetaObject::invokeMethod(
+                m_timer.get(), [this] { runEventRoutine([this] { tick(); }); }, Qt::QueuedConnection);
+        });
         m_timer->start(tickMilliseconds);
-        m_sinceAction.start();
         m_idleTicks = 0;
     }
 
-    void add(Step step)
-    {
-        m_steps.push_back(std::move(step));
-        m_sinceAction.restart();
-    }
+    void add(Step step) { m_steps.push_back(std::move(step)); }
 
     void end()
     {
@@ -72,78 +68,46 @@ public:
     }
 
 private:
-    /// A timer does not fire inside its own slot; a posted call does, so steps can nest.
-    void arm()
-    {
-        QMetaObject::invokeMethod(
-            m_timer.get(), [this] { runEventRoutine([this] { tick(); }); }, Qt::QueuedConnection);
-    }
-
     void tick()
     {
         QWidget *modal = QApplication::activeModalWidget();
-        if (modal && modal->isVisible() && !m_steps.empty()) {
+        if (!modal || !modal->isVisible()) {
+            m_idleTicks = 0;
+            return;
+        }
+        if (!m_steps.empty()) {
             Step step = std::move(m_steps.front());
             m_steps.pop_front();
             const auto depth = m_acting.size();
             m_acting.emplace_back(modal);
-            m_idleTicks = 0;
             bool ran = false;
             runStep([&] { ran = step.runsOn(modal); });
-            if (m_acting.size() > depth)
-                m_acting.resize(depth);
+            m_acting.resize(qMin(depth, m_acting.size()));
             if (ran) {
-                m_sinceAction.restart();
                 m_idleTicks = 0;
                 return;
             }
             m_steps.push_front(std::move(step));
         }
-        if (modal && modal->isVisible() && !isActing(modal) && ++m_idleTicks > patienceTicks) {
-            stuck("The modal window " + modal->objectName().toStdString() + " \"" +
-                  modal->windowTitle().toStdString() + "\" stands with no action for it");
-        } else if (!modal) {
-            m_idleTicks = 0;
+        const bool acting = std::find(m_acting.cbegin(), m_acting.cend(), modal) != m_acting.cend();
+        if (!acting && ++m_idleTicks > patienceTicks) {
+            ADD_FAILURE() << "The modal window " << modal->objectName().toStdString() << " \""
+                          << modal->windowTitle().toStdString() << "\" stands with no action for it";
+            m_steps.clear();
+            endProcess(stuckExit);
         }
-        if (m_sinceAction.elapsed() > patienceMilliseconds)
-            stuck("Nothing has happened for a minute");
-    }
-
-    bool isActing(const QWidget *modal) const
-    {
-        for (const auto &window : m_acting) {
-            if (window == modal)
-                return true;
-        }
-        return false;
-    }
-
-    [[noreturn]] void stuck(const std::string &why)
-    {
-        ADD_FAILURE() << why;
-        m_steps.clear();
-        endProcess(stuckExit);
     }
 
     std::unique_ptr<QTimer> m_timer;
     std::deque<Step> m_steps;
     std::vector<QPointer<QWidget>> m_acting; ///< windows whose actions are on the stack
     int m_idleTicks = 0;
-    QElapsedTimer m_sinceAction;
 };
 } // namespace
 
-void support::addModalStep(std::string wanted, std::function<bool(QWidget *)> runsOn)
+void support::addModalStep(const char *wanted, std::function<bool(QWidget *)> runsOn)
 {
-    Script::instance().add({std::move(wanted), std::move(runsOn)});
-}
-
-std::string support::className(const std::type_info &type)
-{
-    int status = 0;
-    const std::unique_ptr<char, decltype(&std::free)> name(
-        abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
-    return name ? name.get() : type.name();
+    Script::instance().add({wanted, std::move(runsOn)});
 }
 
 void later(std::function<void()> action)

@@ -14,48 +14,9 @@
 
 #include <stdexcept>
 
-namespace
+void support::missControl(const Screen &screen, const char *name, const char *wanted)
 {
-/// Runs a callable as an event, so that it stands under the dispatch as a user's click does.
-class Dispatched : public QObject
-{
-public:
-    explicit Dispatched(std::function<void()> action) : m_action(std::move(action)) {}
-    bool event(QEvent *event) override
-    {
-        if (event->type() != QEvent::User)
-            return QObject::event(event);
-        m_action();
-        return true;
-    }
-
-private:
-    std::function<void()> m_action;
-};
-
-void dispatch(std::function<void()> action)
-{
-    Dispatched receiver(std::move(action));
-    QEvent event(QEvent::User);
-    QCoreApplication::sendEvent(&receiver, &event);
-}
-} // namespace
-
-void support::missControl(const Screen &screen, const char *name, const std::type_info &wanted)
-{
-    throw std::runtime_error(className(wanted) + ": " + hand::missing(screen, name).toStdString());
-}
-
-void choose(Screen &screen, const char *name, const QString &entry)
-{
-    auto &combo = dynamic_cast<QComboBox &>(hand::reach(screen, name));
-    const int index = combo.findText(entry);
-    if (index < 0)
-        throw std::runtime_error(std::string(name) + " has no entry " + entry.toStdString());
-    dispatch([&combo, index] {
-        combo.setCurrentIndex(index);
-        Q_EMIT combo.activated(index);
-    });
+    throw std::runtime_error(wanted + (": " + hand::missing(screen, name).toStdString()));
 }
 
 void chooseMenu(Screen &screen, const char *name)
@@ -63,7 +24,9 @@ void chooseMenu(Screen &screen, const char *name)
     auto &entry = control<QAction>(screen, name);
     if (!isShown(screen, name) || !isEnabled(screen, name))
         throw std::runtime_error(std::string(name) + " is hidden or disabled");
-    dispatch([&entry] { entry.trigger(); });
+    // By the entry's key, which needs no menu on the display.
+    QShortcutEvent key({}, -1);
+    QCoreApplication::sendEvent(&entry, &key);
 }
 
 QString textOf(const Screen &screen, const char *name)
@@ -87,6 +50,20 @@ void savePicture(QWidget &window, const QString &path)
     const QString folder = qEnvironmentVariable("QUVANA_PICTURES");
     if (!QFileInfo(path).isRelative() || !folder.isEmpty())
         hand::savePicture(window, QDir(folder).absoluteFilePath(path));
+}
+
+QRect inkOf(QWidget &widget, const QRect &part)
+{
+    constexpr int dark = 128;
+    const QImage picture = widget.grab(part).toImage();
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qGray(picture.pixel(x, y)) < dark)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
 }
 
 testing::AssertionResult processEnded(int exitCode, const std::function<void()> &action)

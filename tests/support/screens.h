@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <typeinfo>
 
 // Tests with screens. Link tests_support: its main() makes the application and sees to it that each test, of
 // whatever fixture, begins and ends with no screen loaded, a process that is not ending and English boxes.
@@ -30,13 +29,12 @@
 // ScriptedDialogs) and ends the process; it does not come out of the helper. Put processEnded() around that.
 // In an action of onModal() or later() nothing behind a click that ended the process runs.
 
-// --- controls, by their told names
-
-/// The control of a screen; a control that is missing, or of another class, throws and names those that are
-/// there. `control<QAction>(screen, "mnuFont")` gives a menu's entry, `control<QMenu>` a menu.
+/// The control of a screen by its told name; one that is missing, or of another class, throws and names those
+/// that are there. `control<QAction>(screen, "mnuFont")` gives a menu's entry.
 template <typename Class = QWidget>
 Class &control(const Screen &screen, const char *name);
 
+using hand::choose;
 using hand::click;
 using hand::fill;
 using hand::isEnabled;
@@ -44,8 +42,6 @@ using hand::isShown;
 using hand::paste;
 using hand::pressKey;
 using hand::typeText;
-/// Picks an entry of a combo box by its text, as a user does: currentIndexChanged, activated.
-void choose(Screen &screen, const char *name, const QString &entry);
 /// Triggers a menu's entry. A hidden or disabled one fails the test.
 void chooseMenu(Screen &screen, const char *name);
 
@@ -53,17 +49,15 @@ void chooseMenu(Screen &screen, const char *name);
 QString textOf(const Screen &screen, const char *name);
 
 /// Saves a picture of a window to a PNG file and makes its folder. A relative path stands for a file in the
-/// folder that the environment's QUVANA_PICTURES names; without it nothing is saved, so a test may leave its
-/// pictures in.
+/// folder that the environment's QUVANA_PICTURES names; without it nothing is saved.
 void savePicture(QWidget &window, const QString &path);
+/// What dark pixels inside of a part of a widget's picture fill; empty without any.
+QRect inkOf(QWidget &widget, const QRect &part);
 
-// --- what happens inside of waits
-
-/// Runs an action as soon as a modal window of that class stands: a screen that showModal() shows, or with a
-/// toolkit's class one of the toolkit's dialogs. Actions run in the order in which they were written down,
-/// one modal window or several. When a modal screen has no action left, and is not hidden or unloaded by
-/// then, the test fails and the process ends, so that nothing hangs; likewise when an action's window never
-/// comes.
+/// Runs an action as soon as a modal window of that class stands: a screen that showModal() shows, or one of
+/// the toolkit's dialogs. Actions run in the order in which they were written down, one modal window or
+/// several. When a modal screen has no action left, and is not hidden or unloaded by then, the test fails and
+/// the process ends, so that nothing hangs; likewise when an action's window never comes.
 ///
 ///     onModal<frmNewUser>([](frmNewUser &screen) { click(screen, "cmdCancel"); });
 ///     click(login, "cmdOK"); // shows frmNewUser modally
@@ -81,11 +75,11 @@ testing::AssertionResult processEnded(int exitCode, const std::function<void()> 
 
 namespace support
 {
-[[noreturn]] void missControl(const Screen &screen, const char *name, const std::type_info &wanted);
+[[noreturn]] void missControl(const Screen &screen, const char *name, const char *wanted);
 void beginTest();
 void endTest();
-void addModalStep(std::string wanted, std::function<bool(QWidget *)> runsOn);
-std::string className(const std::type_info &type);
+/// `runsOn` runs the action and tells whether the window is the one that it is for.
+void addModalStep(const char *wanted, std::function<bool(QWidget *)> runsOn);
 } // namespace support
 
 template <typename Class>
@@ -93,18 +87,18 @@ Class &control(const Screen &screen, const char *name)
 {
     auto *found = dynamic_cast<Class *>(hand::find(screen, name));
     if (!found)
-        support::missControl(screen, name, typeid(Class));
+        support::missControl(screen, name, Class::staticMetaObject.className());
     return *found;
 }
 
 template <typename Window>
 void onModal(std::function<void(Window &)> action)
 {
-    // Called without an action running to ask, and with the window to run.
-    support::addModalStep(support::className(typeid(Window)), [action = std::move(action)](QWidget *window) {
-        auto *wanted = dynamic_cast<Window *>(window);
-        if (wanted)
-            action(*wanted);
-        return wanted != nullptr;
-    });
+    support::addModalStep(Window::staticMetaObject.className(),
+                          [action = std::move(action)](QWidget *window) {
+                              auto *wanted = dynamic_cast<Window *>(window);
+                              if (wanted)
+                                  action(*wanted);
+                              return wanted != nullptr;
+                          });
 }

@@ -11,25 +11,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-const char *nameOf(ShownDialog::Kind kind)
+/// A dialog in a failure's message.
+std::string told(ShownDialog::Kind kind, const QString &text)
 {
     static constexpr const char *names[] = {"message", "question", "input box", "font dialog", "save dialog"};
-    return names[int(kind)];
+    return std::string(names[int(kind)]) + " \"" + text.toStdString() + '"';
 }
 
-/// What the test wrote down, for a failure's message.
 std::string told(const ScriptedDialogs::Expected &expected)
 {
-    return std::string(nameOf(expected.kind)) + " \"" + expected.text.value_or(u"(any)"_s).toStdString() +
-           '"';
-}
-
-/// What differs between the expected and the shown, for the failure's message; empty when it fits.
-template <typename T>
-void compare(std::string &difference, const char *what, const std::optional<T> &expected, const T &shown)
-{
-    if (expected && *expected != shown)
-        difference += std::string(" another ") + what;
+    return told(expected.kind, expected.text.value_or(u"(any)"_s));
 }
 } // namespace
 
@@ -42,22 +33,9 @@ ScriptedDialogs::~ScriptedDialogs()
         ADD_FAILURE() << "This did not come: " << told(expected);
 }
 
-ScriptedDialogs::Expected &ScriptedDialogs::expect(ShownDialog::Kind kind, std::optional<QString> text)
+ScriptedDialogs::Expected &ScriptedDialogs::expect(Expected expected)
 {
-    Expected &expected = m_expected.emplace_back();
-    expected.kind = kind;
-    expected.text = std::move(text);
-    return expected;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::expectMessage(const QString &text)
-{
-    return expect(ShownDialog::Kind::Message, text);
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::expectAnyMessage()
-{
-    return expect(ShownDialog::Kind::Message, std::nullopt);
+    return m_expected.emplace_back(std::move(expected));
 }
 
 ScriptedDialogs::Expected &ScriptedDialogs::expectUntrapped(const QString &number, const QString &description)
@@ -66,43 +44,10 @@ ScriptedDialogs::Expected &ScriptedDialogs::expectUntrapped(const QString &numbe
         .withIcon(MessageIcon::Critical);
 }
 
-ScriptedDialogs::Expected &ScriptedDialogs::expectYes(const QString &question)
-{
-    Expected &expected = expect(ShownDialog::Kind::Question, question);
-    expected.yes = true;
-    return expected;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::expectNo(const QString &question)
-{
-    return expect(ShownDialog::Kind::Question, question);
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::expectInput(const QString &prompt, const QString &typed)
-{
-    Expected &expected = expect(ShownDialog::Kind::Input, prompt);
-    expected.typed = typed;
-    return expected;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::expectFont(const std::optional<FontChoice> &chosen)
-{
-    Expected &expected = expect(ShownDialog::Kind::Font, std::nullopt);
-    expected.font = chosen;
-    return expected;
-}
-
-ScriptedDialogs::Expected &ScriptedDialogs::expectSaveFile(const std::optional<QString> &chosen)
-{
-    Expected &expected = expect(ShownDialog::Kind::SaveFile, std::nullopt);
-    expected.file = chosen;
-    return expected;
-}
-
 ScriptedDialogs::Expected ScriptedDialogs::take(const ShownDialog &dialog)
 {
     m_shown.push_back(dialog);
-    const std::string came = std::string(nameOf(dialog.kind)) + " \"" + dialog.text.toStdString() + '"';
+    const std::string came = told(dialog.kind, dialog.text);
     if (m_expected.empty()) {
         ADD_FAILURE() << "Unexpected " << came;
         endProcess(unexpectedExit);
@@ -111,12 +56,16 @@ ScriptedDialogs::Expected ScriptedDialogs::take(const ShownDialog &dialog)
     m_expected.pop_front();
 
     std::string difference;
-    compare(difference, "kind of dialog", std::optional(expected.kind), dialog.kind);
-    compare(difference, "text", expected.text, dialog.text);
-    compare(difference, "icon", expected.icon, dialog.icon);
-    compare(difference, "title", expected.title, dialog.title);
-    compare(difference, "alignment", expected.aligned, dialog.rightAligned);
-    compare(difference, "default text", expected.defaultText, dialog.defaultText);
+    const auto compare = [&difference](const char *what, const auto &wanted, const auto &shown) {
+        if (wanted && *wanted != shown)
+            difference += std::string(" another ") + what;
+    };
+    compare("kind of dialog", std::optional(expected.kind), dialog.kind);
+    compare("text", expected.text, dialog.text);
+    compare("icon", expected.icon, dialog.icon);
+    compare("title", expected.title, dialog.title);
+    compare("alignment", expected.aligned, dialog.rightAligned);
+    compare("default text", expected.defaultText, dialog.defaultText);
     if (!difference.empty()) {
         ADD_FAILURE() << "Expected the " << told(expected) << " and got the " << came << ':' << difference;
         endProcess(unexpectedExit);
@@ -129,41 +78,26 @@ ScriptedDialogs::Expected ScriptedDialogs::take(const ShownDialog &dialog)
 MessageAnswer ScriptedDialogs::message(const MessageRequest &request)
 {
     const bool question = request.buttons == MessageButtons::YesNo;
-    ShownDialog dialog;
-    dialog.kind = question ? ShownDialog::Kind::Question : ShownDialog::Kind::Message;
-    dialog.text = request.text;
-    dialog.title = request.title;
-    dialog.icon = request.icon;
-    dialog.rightAligned = request.rightAligned;
-    const Expected expected = take(dialog);
-    if (!question)
-        return MessageAnswer::Ok;
-    return expected.yes ? MessageAnswer::Yes : MessageAnswer::No;
+    const Expected expected = take({.kind = question ? Kind::Question : Kind::Message,
+                                    .text = request.text,
+                                    .title = request.title,
+                                    .icon = request.icon,
+                                    .rightAligned = request.rightAligned});
+    return !question ? MessageAnswer::Ok : expected.yes ? MessageAnswer::Yes : MessageAnswer::No;
 }
 
 QString ScriptedDialogs::input(const QString &prompt, const QString &title, const QString &defaultText)
 {
-    ShownDialog dialog;
-    dialog.kind = ShownDialog::Kind::Input;
-    dialog.text = prompt;
-    dialog.title = title;
-    dialog.defaultText = defaultText;
-    return take(dialog).typed;
+    return take({.kind = Kind::Input, .text = prompt, .title = title, .defaultText = defaultText}).typed;
 }
 
-std::optional<FontChoice> ScriptedDialogs::font(const FontChoice &initial)
+std::optional<FontChoice> ScriptedDialogs::font(const FontChoice &)
 {
-    ShownDialog dialog;
-    dialog.kind = ShownDialog::Kind::Font;
-    dialog.font = initial;
-    return take(dialog).font;
+    return take({.kind = Kind::Font, .text = {}}).font;
 }
 
 std::optional<QString> ScriptedDialogs::saveFile(const SaveFileRequest &request)
 {
-    ShownDialog dialog;
-    dialog.kind = ShownDialog::Kind::SaveFile;
-    dialog.text = request.fileName;
-    dialog.file = request;
-    return take(dialog).file;
+    take({.kind = Kind::SaveFile, .text = request.fileName}); // nothing saves yet
+    return {};
 }

@@ -13,12 +13,10 @@ struct ShownDialog {
     enum class Kind { Message, Question, Input, Font, SaveFile };
     Kind kind = Kind::Message;
     QString text; ///< the message, question or prompt; the proposed file name of a save dialog
-    QString title;
+    QString title = {};
     MessageIcon icon = MessageIcon::None;
     bool rightAligned = false;
-    QString defaultText; ///< of an input box
-    FontChoice font;     ///< what a font dialog began with
-    SaveFileRequest file;
+    QString defaultText = {}; ///< of an input box
 };
 
 /// The dialogs of one test. While an object of this class lives, every dialog of the program comes here. The
@@ -26,9 +24,8 @@ struct ShownDialog {
 ///
 ///     ScriptedDialogs dialogs;
 ///     dialogs.expectYes(engine.textAreYouSure);
-///     dialogs.expectMessage(u"Successful"_s);
+///     dialogs.expectMessage(u"Successful"_s).withIcon(MessageIcon::None);
 ///     click(screen, "cmdEntry");
-///     EXPECT_EQ(dialogs.shown()[1].icon, MessageIcon::None);
 ///
 /// A dialog that was not expected, or of another text, fails the test at once and ends the process with exit
 /// code unexpectedExit, which unwinds every wait. Dialogs that were expected and did not come fail the test
@@ -36,6 +33,7 @@ struct ShownDialog {
 class ScriptedDialogs : public DialogService
 {
 public:
+    using Kind = ShownDialog::Kind;
     static constexpr int unexpectedExit = 99;
 
     ScriptedDialogs();
@@ -56,30 +54,37 @@ public:
             member = std::forward<T>(value);
             return *this;
         }
-        ShownDialog::Kind kind = ShownDialog::Kind::Message;
-        std::optional<QString> text; ///< nothing: any
-        std::optional<MessageIcon> icon;
-        std::optional<QString> title;
-        std::optional<bool> aligned;
-        std::optional<QString> defaultText;
-        std::function<void()> action;
+        Kind kind = Kind::Message;
+        std::optional<QString> text = {}; ///< nothing: any
+        std::optional<MessageIcon> icon = {};
+        std::optional<QString> title = {};
+        std::optional<bool> aligned = {};
+        std::optional<QString> defaultText = {};
+        std::function<void()> action = {};
         bool yes = false;
-        QString typed;
-        std::optional<FontChoice> font;
-        std::optional<QString> file;
+        QString typed = {};
+        std::optional<FontChoice> font = {};
     };
 
-    Expected &expectMessage(const QString &text);
-    Expected &expectAnyMessage();
+    Expected &expectMessage(const QString &text) { return expect({.text = text}); }
+    Expected &expectAnyMessage() { return expect({}); }
     /// The box of an untrapped failure: number as boxes print it ("6", "-2147217900 (80040e14)").
     Expected &expectUntrapped(const QString &number, const QString &description);
-    Expected &expectYes(const QString &question);
-    Expected &expectNo(const QString &question);
+    Expected &expectYes(const QString &question)
+    {
+        return expect({.kind = Kind::Question, .text = question, .yes = true});
+    }
+    Expected &expectNo(const QString &question) { return expect({.kind = Kind::Question, .text = question}); }
     /// An empty answer is a cancelled box.
-    Expected &expectInput(const QString &prompt, const QString &typed);
+    Expected &expectInput(const QString &prompt, const QString &typed)
+    {
+        return expect({.kind = Kind::Input, .text = prompt, .typed = typed});
+    }
     /// Nothing is Cancel.
-    Expected &expectFont(const std::optional<FontChoice> &chosen);
-    Expected &expectSaveFile(const std::optional<QString> &chosen);
+    Expected &expectFont(const std::optional<FontChoice> &chosen)
+    {
+        return expect({.kind = Kind::Font, .font = chosen});
+    }
 
     /// All dialogs that came, the unexpected among them.
     const std::vector<ShownDialog> &shown() const { return m_shown; }
@@ -90,7 +95,7 @@ public:
     std::optional<QString> saveFile(const SaveFileRequest &request) override;
 
 private:
-    Expected &expect(ShownDialog::Kind kind, std::optional<QString> text);
+    Expected &expect(Expected expected);
     Expected take(const ShownDialog &dialog);
 
     DialogService *m_before;

@@ -1,5 +1,6 @@
 #include "platform/database/store_file.h"
 #include "platform/runtime/runtime_error.h"
+#include "platform/ui/application.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/twips.h"
@@ -9,6 +10,7 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
+#include <QtWidgets/QHeaderView>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -116,6 +118,56 @@ TEST_F(FlexGridTest, AddsHeadingsFromColumnZeroWithoutFixedColumns)
     grid.setFormatString(u"1"_s);
     EXPECT_EQ(grid.cols(), 5);
     EXPECT_EQ(grid.colWidth(0) / twipsPerPixel, (grid.textWidth(u"1"_s) + 120) / twipsPerPixel);
+}
+
+/// Where the dark pixels of a part of a picture begin and end.
+std::pair<int, int> inkOf(const QImage &picture, const QRect &part)
+{
+    std::pair ink{-1, -1};
+    for (int x = part.left() + 1; x < part.right() - 1; ++x) {
+        for (int y = part.top() + 2; y < part.bottom() - 2; ++y) {
+            if (qGray(picture.pixel(x, y)) < 128)
+                ink = {ink.first < 0 ? x : ink.first, x};
+        }
+    }
+    return ink;
+}
+
+TEST_F(FlexGridTest, SetsAHeadingOnTheSideOfItsCellsWithAirBesideIt)
+{
+    set->close();
+    set->open(u"select amount,valid,dob,name from rows where name='a'"_s, connection, CursorType::Static);
+    for (const bool boxesFromTheRight : {false, true}) { // the boxes' direction is not the grid's
+        loadToolkitWords(boxesFromTheRight);
+        for (const bool fromTheRight : {false, true}) {
+            FlexGrid grid;
+            grid.resize(600, 100);
+            grid.setFixedCols(0);
+            setRightToLeft(&grid, fromTheRight);
+            grid.setDataSource(set);
+            grid.setTextMatrix(1, 1, u"YES"_s); // a word in place of a value
+            grid.setCell(1, 3);                 // its colours are others
+            for (int column = 0; column < 3; ++column)
+                grid.setColWidth(column, 1500);
+            const QHeaderView &header = *grid.horizontalHeader();
+            const auto pictureOf = [](QWidget &widget) { return widget.grab().toImage(); };
+            const QImage headings = pictureOf(*grid.horizontalHeader()->viewport());
+            const QImage cells = pictureOf(*grid.viewport());
+            for (int column = 0; column < 3; ++column) {
+                const int left = header.sectionViewportPosition(column);
+                const auto heading = inkOf(headings, {left, 0, 100, header.height()});
+                const auto cell = inkOf(cells, {left, 0, 100, grid.rowHeight(0)});
+                const bool atRight = column == 0 || fromTheRight; // amounts always, with their last digits
+                const auto air = [&](const std::pair<int, int> &ink) {
+                    return atRight ? left + 100 - ink.second : ink.first - left;
+                };
+                for (const auto &ink : {heading, cell}) {
+                    EXPECT_GE(air(ink), 3) << column << boxesFromTheRight << fromTheRight;
+                    EXPECT_LE(air(ink), 8) << column << boxesFromTheRight << fromTheRight;
+                }
+            }
+        }
+    }
 }
 
 TEST_F(FlexGridTest, DrawsNumbersAsWrittenAndCopiesThemBare)
