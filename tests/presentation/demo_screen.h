@@ -27,7 +27,7 @@ public:
         setCentralWidget(new QWidget);
         surface()->setFixedSize(400, 405);
         setCaption(QStringLiteral("Family Members"));
-        put(new QLabel(QStringLiteral("&Amount:")), "Label1", {10, 40, 70, 22})
+        put(new QLabel(QStringLiteral("&Amount:")), "Label1", {10, 40, 70, 26})
             ->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
         put(new QLineEdit(QStringLiteral("1000")), "txtAmount", {90, 40, 120, 24});
         put(new QPlainTextEdit(QStringLiteral("note")), "txtNote", {220, 40, 170, 60});

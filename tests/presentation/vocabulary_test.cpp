@@ -26,30 +26,12 @@ TEST(Vocabulary, HoldsEveryPairLetterByLetter)
 
 TEST(Vocabulary, TranslatesInAnArabicSessionOnly)
 {
-    const struct {
-        const char16_t *text;
-        const char16_t *arabic;
-    } cases[] = {
-        {u"save", u"\u062D\u0641\u0638"},
-        {u"&SAVE:", u"\u062D\u0641\u0638"},
-        {u"Exit ", u"Exit "}, // blanks count
-        {u"", u""},
-        {u"A & B:", u"A & B:"}, // no key: as it came
-        {u"Cr/Dr", u"\u0644\u0647:\u0639\u0644\u064A\u0647"},
-        {u"enteredby", u"\u0627\u0644\u0645\u064F\u062F\u062E\u0650\u0644"},
-        {u"enterer", u"\u0627\u0644\u0645\u064F\u062F\u062E\u0644"},
-        {u"updatedby", u"\u0645\u064E\u062D\u062F\u062B \u0645\u0646 \u0642\u064D\u0628\u0644"},
-        {u"general", u"\u0627\u0644\u0639\u064B\u0627\u0645"},
-        {u"entry", u"\u0625\u062F\u062E\u0640\u0640\u0640\u0627\u0644"},
-        {u"the desceased", u"\u062A\u0633\u062C\u064A\u0644 \u0627\u0644\u0645\u0648\u0631\u064D\u062B"},
-        {u"id", u"\u0627\u0644\u0631\u0642\u0645"},
-        {u"idkey", u"\u0627\u0644\u062A\u0633\u0644\u0633\u0644"},
-        {u"refresh", u"\u062A\u0634\u064A\u064A\u0643"},
-    };
-    for (const auto &each : cases) {
-        const auto text = QString::fromUtf16(each.text);
+    const std::pair<QString, QString> cases[] = {
+        {u"save"_s, u"حفظ"_s},      {u"&SAVE:"_s, u"حفظ"_s},    {u"Exit "_s, u"Exit "_s}, // blanks count
+        {u"A & B:"_s, u"A & B:"_s}, {u"Cr/Dr"_s, u"له:عليه"_s}, {u""_s, u""_s}};
+    for (const auto &[text, arabic] : cases) {
         engine.isArabic = true;
-        EXPECT_EQ(translate(text), QString::fromUtf16(each.arabic)) << text.toStdString();
+        EXPECT_EQ(translate(text), arabic);
         engine.isArabic = false;
         EXPECT_EQ(translate(text), text);
     }

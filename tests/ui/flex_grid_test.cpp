@@ -31,27 +31,25 @@ protected:
                            {u"dob"_s, Type::Date}},
                           {u"name"_s}});
         file.close();
-        connection = Connection::create();
         connection->open(u"Provider=x;Data Source="_s + path + u";Jet OLEDB:Database Password=pw"_s);
-        connection->execute(u"insert into rows (name,amount,valid,dob) values('a',-5.5,true,'03/04/2004')"_s);
-        connection->execute(u"insert into rows (name) values('\u0645\u0631\u0649 7')"_s);
-        connection->execute(u"insert into rows (name,valid) values('c',true)"_s);
-        set = Recordset::create();
+        for (const QString &values : {u"'a',-5.5,true,'03/04/2004'"_s,
+                                      u"'\u0645\u0631\u0649 7',null,false,null"_s, u"'c',null,true,null"_s})
+            connection->execute(u"insert into rows (name,amount,valid,dob) values("_s + values + u")"_s);
         set->open(u"select name,amount,valid,dob from rows"_s, connection, CursorType::Static,
                   LockType::Optimistic);
     }
 
-    static QStringList texts(const FlexGrid &grid, int row)
+    static QString texts(const FlexGrid &grid, int row)
     {
         QStringList cells;
         for (int column = 0; column < grid.cols(); ++column)
             cells << grid.textMatrix(row, column);
-        return cells;
+        return cells.join(u'|');
     }
 
     QTemporaryDir m_folder;
-    ConnectionPtr connection;
-    RecordsetPtr set;
+    ConnectionPtr connection = Connection::create();
+    RecordsetPtr set = Recordset::create();
 };
 
 TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
@@ -62,30 +60,28 @@ TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
     set->moveLast();
     grid.setDataSource(set);
     EXPECT_EQ(grid.rows(), 4);
-    EXPECT_EQ(grid.cols(), 5); // with the empty fixed column
-    EXPECT_EQ(texts(grid, 0), (QStringList{u""_s, u"name"_s, u"amount"_s, u"valid"_s, u"dob"_s}));
-    EXPECT_EQ(texts(grid, 1), (QStringList{u""_s, u"a"_s, u"-5.5"_s, u"True"_s, u"03/04/2004"_s}));
-    EXPECT_EQ(texts(grid, 2), (QStringList{u""_s, u"\u0645\u0631\u0649 7"_s, u""_s, u"False"_s, u""_s}));
-    EXPECT_EQ(grid.row(), 1);
-    EXPECT_EQ(grid.col(), 1);
+    EXPECT_EQ(texts(grid, 0), u"|name|amount|valid|dob"_s); // behind the empty fixed column
+    EXPECT_EQ(texts(grid, 1), u"|a|-5.5|True|03/04/2004"_s);
+    EXPECT_EQ(texts(grid, 2), u"|\u0645\u0631\u0649 7||False|"_s);
+    EXPECT_EQ(std::pair(grid.row(), grid.col()), std::pair(1, 1));
 
     grid.setFormatString(u"|<\u0627\u0644\u0625\u0633\u0645|>\u0627\u0644\u0645\u0628\u0644\u063A"_s);
-    EXPECT_EQ(grid.textMatrix(0, 1), u"\u0627\u0644\u0625\u0633\u0645"_s);
-    EXPECT_EQ(grid.textMatrix(0, 3), u"valid"_s);
+    EXPECT_EQ(texts(grid, 0),
+              u"|\u0627\u0644\u0625\u0633\u0645|\u0627\u0644\u0645\u0628\u0644\u063A|valid|dob"_s);
     EXPECT_EQ(grid.fieldName(1), u"name"_s); // two names for each column
     EXPECT_EQ(grid.columnOf(u"VALID"_s), 3);
     EXPECT_EQ(grid.columnOf(u"none"_s), -1);
     grid.setTextMatrix(1, 3, u"YES"_s);
     grid.setColWidth(3, 1500);
-    grid.setRowBackColor(2, QColor(Qt::red));
     EXPECT_EQ(grid.colWidth(3), 1500);
+    grid.setRowBackColor(2, QColor(Qt::red));
 
     set->setFilter(u"valid=true"_s); // reloads raw texts, names and widths
     EXPECT_EQ(reloads, 2);
     EXPECT_EQ(grid.rows(), 3);
-    EXPECT_EQ(texts(grid, 1), (QStringList{u""_s, u"a"_s, u"-5.5"_s, u"True"_s, u"03/04/2004"_s}));
+    EXPECT_EQ(texts(grid, 0), u"|name|amount|valid|dob"_s);
+    EXPECT_EQ(texts(grid, 1), u"|a|-5.5|True|03/04/2004"_s);
     EXPECT_EQ(grid.textMatrix(2, 1), u"c"_s);
-    EXPECT_EQ(grid.textMatrix(0, 1), u"name"_s);
     EXPECT_EQ(grid.colWidth(3), 960);
     EXPECT_EQ(grid.model()->index(1, 1).data(Qt::BackgroundRole).value<QColor>(), QColor(Qt::red));
     set->moveFirst();
@@ -94,7 +90,7 @@ TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
 
     set->setFilter(u"name='none'"_s);
     EXPECT_EQ(grid.rows(), 2); // one blank row
-    EXPECT_EQ(texts(grid, 1).join(u""), u""_s);
+    EXPECT_EQ(texts(grid, 1), u"||||"_s);
     grid.setTopRow(50); // clamped
     EXPECT_EQ(grid.topRow(), 1);
 
@@ -103,7 +99,6 @@ TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
     set->close();
     connection->close();
     EXPECT_EQ(grid.textMatrix(3, 1), u"c"_s); // unbound or closed, the texts stay
-    grid.grab();
     for (const auto &[row, column] : {std::pair(4, 0), std::pair(0, 5), std::pair(-1, 0)})
         EXPECT_THROW(grid.textMatrix(row, column), RuntimeError);
 }
@@ -114,57 +109,37 @@ TEST_F(FlexGridTest, AddsHeadingsFromColumnZeroWithoutFixedColumns)
     grid.setFixedCols(0);
     grid.setDataSource(set);
     grid.setFormatString(u"one|two|three|four|five"_s); // a column is added, none is removed
-    EXPECT_EQ(texts(grid, 0), (QStringList{u"one"_s, u"two"_s, u"three"_s, u"four"_s, u"five"_s}));
     grid.setFormatString(u"1"_s);
-    EXPECT_EQ(grid.cols(), 5);
+    EXPECT_EQ(texts(grid, 0), u"1|two|three|four|five"_s);
     EXPECT_EQ(grid.colWidth(0) / twipsPerPixel, (grid.textWidth(u"1"_s) + 120) / twipsPerPixel);
-}
-
-/// Where the dark pixels of a part of a picture begin and end.
-std::pair<int, int> inkOf(const QImage &picture, const QRect &part)
-{
-    std::pair ink{-1, -1};
-    for (int x = part.left() + 1; x < part.right() - 1; ++x) {
-        for (int y = part.top() + 2; y < part.bottom() - 2; ++y) {
-            if (qGray(picture.pixel(x, y)) < 128)
-                ink = {ink.first < 0 ? x : ink.first, x};
-        }
-    }
-    return ink;
 }
 
 TEST_F(FlexGridTest, SetsAHeadingOnTheSideOfItsCellsWithAirBesideIt)
 {
+    constexpr int width = 100;
     set->close();
     set->open(u"select amount,valid,dob,name from rows where name='a'"_s, connection, CursorType::Static);
-    for (const bool boxesFromTheRight : {false, true}) { // the boxes' direction is not the grid's
+    for (const auto &[boxesFromTheRight, fromTheRight] : // the boxes' direction is not the grid's
+         {std::pair(false, false), {false, true}, {true, false}, {true, true}}) {
         loadToolkitWords(boxesFromTheRight);
-        for (const bool fromTheRight : {false, true}) {
-            FlexGrid grid;
-            grid.resize(600, 100);
-            grid.setFixedCols(0);
-            setRightToLeft(&grid, fromTheRight);
-            grid.setDataSource(set);
-            grid.setTextMatrix(1, 1, u"YES"_s); // a word in place of a value
-            grid.setCell(1, 3);                 // its colours are others
-            for (int column = 0; column < 3; ++column)
-                grid.setColWidth(column, 1500);
-            const QHeaderView &header = *grid.horizontalHeader();
-            const auto pictureOf = [](QWidget &widget) { return widget.grab().toImage(); };
-            const QImage headings = pictureOf(*grid.horizontalHeader()->viewport());
-            const QImage cells = pictureOf(*grid.viewport());
-            for (int column = 0; column < 3; ++column) {
-                const int left = header.sectionViewportPosition(column);
-                const auto heading = inkOf(headings, {left, 0, 100, header.height()});
-                const auto cell = inkOf(cells, {left, 0, 100, grid.rowHeight(0)});
-                const bool atRight = column == 0 || fromTheRight; // amounts always, with their last digits
-                const auto air = [&](const std::pair<int, int> &ink) {
-                    return atRight ? left + 100 - ink.second : ink.first - left;
-                };
-                for (const auto &ink : {heading, cell}) {
-                    EXPECT_GE(air(ink), 3) << column << boxesFromTheRight << fromTheRight;
-                    EXPECT_LE(air(ink), 8) << column << boxesFromTheRight << fromTheRight;
-                }
+        FlexGrid grid;
+        grid.resize(600, 100);
+        grid.setFixedCols(0);
+        setRightToLeft(&grid, fromTheRight);
+        grid.setDataSource(set);
+        grid.setTextMatrix(1, 1, u"YES"_s); // a word in place of a value
+        grid.setCell(1, 3);                 // its colours are others
+        for (int column = 0; column < 3; ++column) {
+            grid.setColWidth(column, width * twipsPerPixel);
+            const bool atRight = column == 0 || fromTheRight; // amounts always, with their last digits
+            const int left = grid.columnViewportPosition(column);
+            QWidget &headings = *grid.horizontalHeader()->viewport();
+            for (const QRect &ink :
+                 {inkOf(headings, {left + 1, 2, width - 2, headings.height() - 4}),
+                  inkOf(*grid.viewport(), {left + 1, 0, width - 2, grid.rowHeight(0) - 1})}) {
+                const int air = atRight ? width - 2 - ink.right() : ink.left();
+                EXPECT_TRUE(air >= 2 && air <= 8)
+                    << air << ' ' << column << boxesFromTheRight << fromTheRight;
             }
         }
     }
@@ -185,10 +160,9 @@ TEST_F(FlexGridTest, DrawsNumbersAsWrittenAndCopiesThemBare)
     EXPECT_EQ(grid.textMatrix(1, 2), u"-5.5"_s);
 
     grid.setCell(1, 1);
-    QTest::keyClick(&grid, Qt::Key_Right, Qt::ShiftModifier);
-    QTest::keyClick(&grid, Qt::Key_Left, Qt::ShiftModifier);
-    QTest::keyClick(&grid, Qt::Key_Left, Qt::ShiftModifier); // to the next column, from right to left
-    QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
+    for (const Qt::Key key :
+         {Qt::Key_Right, Qt::Key_Left, Qt::Key_Left, Qt::Key_Down}) // left is the next column
+        QTest::keyClick(&grid, key, Qt::ShiftModifier);
     QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"a\t-5.5\n\u0645\u0631\u0649 7\t"_s);
 
@@ -199,6 +173,5 @@ TEST_F(FlexGridTest, DrawsNumbersAsWrittenAndCopiesThemBare)
     grid.setCell(3, 1);
     QTest::keyClick(&grid, Qt::Key_Menu);
     EXPECT_EQ(grid.indexAt(asked), grid.model()->index(2, 1));
-    savePicture(grid, u"grid.png"_s);
 }
 } // namespace
