@@ -13,7 +13,6 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QStatusBar>
-#include <QtWidgets/QTextEdit>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -114,17 +113,10 @@ void alignText(QWidget *control)
         label->setAlignment(across | (label->alignment() & Qt::AlignVertical_Mask));
     } else if (auto *line = qobject_cast<QLineEdit *>(control)) {
         line->setAlignment(across | (line->alignment() & Qt::AlignVertical_Mask));
-    } else {
-        QTextDocument *document = nullptr;
-        if (auto *plain = qobject_cast<QPlainTextEdit *>(control))
-            document = plain->document();
-        else if (auto *rich = qobject_cast<QTextEdit *>(control))
-            document = rich->document();
-        if (!document)
-            return;
-        QTextOption option = document->defaultTextOption();
+    } else if (auto *box = qobject_cast<QPlainTextEdit *>(control)) {
+        QTextOption option = box->document()->defaultTextOption();
         option.setAlignment(across);
-        document->setDefaultTextOption(option);
+        box->document()->setDefaultTextOption(option);
     }
 }
 } // namespace

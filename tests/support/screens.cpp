@@ -10,7 +10,6 @@
 #include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QTextEdit>
 
 #include <stdexcept>
 
@@ -36,8 +35,6 @@ QString textOf(const Screen &screen, const char *name)
         return line->text();
     if (const auto *plain = qobject_cast<const QPlainTextEdit *>(object))
         return plain->toPlainText();
-    if (const auto *rich = qobject_cast<const QTextEdit *>(object))
-        return rich->toPlainText();
     if (const auto *combo = qobject_cast<const QComboBox *>(object))
         return combo->currentText();
     if (const auto *date = qobject_cast<const QDateTimeEdit *>(object))

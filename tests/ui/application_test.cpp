@@ -136,11 +136,9 @@ TEST(Screen, LivesThroughTheToldEventsInOrder)
         shown.close();
     });
     screen.showModal();
-    EXPECT_FALSE(screen.isLoaded());
     EXPECT_TRUE(Screen::loadedScreens().isEmpty());
-    EXPECT_EQ(screen.life.filter(u"resize"_s).isEmpty(), false);
-    screen.life.removeAll(u"resize"_s);
-    EXPECT_EQ(screen.life, (QStringList{u"load"_s, u"query"_s, u"query"_s, u"unload"_s}));
+    EXPECT_GT(screen.life.removeAll(u"resize"_s), 0);
+    EXPECT_EQ(screen.life.join(u' '), u"load query query unload"_s);
 
     // One made by `new` goes by itself, and theScreen() makes it anew.
     Probe *shared = &theScreen<Probe>();

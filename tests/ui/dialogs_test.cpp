@@ -65,7 +65,7 @@ TEST(Dialogs, KeepAnyTextPlainAndOnTheScreen)
                 savePicture(box, u"box-"_s + QLatin1String(name) + suffix);
                 box.accept();
             });
-            showMessage(text, MessageIcon::Exclamation);
+            showMessage(text, MessageIcon::Information);
         }
         onBox([&](QMessageBox &box) {
             EXPECT_EQ(box.button(QMessageBox::Yes)->text() == u"&Yes"_s, !arabic);

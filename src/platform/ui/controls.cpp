@@ -21,7 +21,6 @@
 #include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStatusBar>
-#include <QtWidgets/QTextEdit>
 
 #include <memory>
 #include <utility>
@@ -116,8 +115,7 @@ ControlKind kindOf(const QObject *control)
         return ControlKind::Frame;
     if (const auto *label = qobject_cast<const QLabel *>(control))
         return label->pixmap(Qt::ReturnByValue).isNull() ? ControlKind::Label : ControlKind::Image;
-    if (qobject_cast<const QLineEdit *>(control) || qobject_cast<const QPlainTextEdit *>(control) ||
-        qobject_cast<const QTextEdit *>(control))
+    if (qobject_cast<const QLineEdit *>(control) || qobject_cast<const QPlainTextEdit *>(control))
         return ControlKind::TextBox;
     if (qobject_cast<const QComboBox *>(control))
         return ControlKind::ComboBox;
@@ -234,13 +232,10 @@ void takeAsciiDigits(QWidget *textBox)
         line->setValidator(new AsciiDigits(line));
         return;
     }
-    QTextDocument *document = nullptr;
-    if (auto *plain = qobject_cast<QPlainTextEdit *>(textBox))
-        document = plain->document();
-    else if (auto *rich = qobject_cast<QTextEdit *>(textBox))
-        document = rich->document();
-    if (!document)
+    auto *box = qobject_cast<QPlainTextEdit *>(textBox);
+    if (!box)
         return;
+    QTextDocument *document = box->document();
     // Only what came in is looked at, and the document is touched once its change is complete.
     auto toTurn = std::make_shared<bool>(false);
     QObject::connect(document, &QTextDocument::contentsChange, textBox,

@@ -52,5 +52,5 @@ void setRightToLeft(QObject *control, bool on);
 void setAccessibleText(QWidget *control, const QString &text);
 
 /// Turns Arabic-Indic digits to ASCII as they are typed, pasted or set into the box, and refuses nothing. A
-/// line edit gets a validator for it. For QLineEdit, QPlainTextEdit and QTextEdit.
+/// line edit gets a validator for it. For QLineEdit and QPlainTextEdit.
 void takeAsciiDigits(QWidget *textBox);

@@ -7,7 +7,7 @@
 
 class QWidget;
 
-enum class MessageIcon { None, Critical, Question, Exclamation, Information };
+enum class MessageIcon { None, Critical, Question, Information };
 enum class MessageButtons { Ok, YesNo };
 enum class MessageAnswer { Ok, Yes, No };
 

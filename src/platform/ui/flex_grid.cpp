@@ -55,11 +55,6 @@ void FlexGrid::setDataSource(const RecordsetPtr &source)
     m_model->bind(source);
 }
 
-RecordsetPtr FlexGrid::dataSource() const
-{
-    return m_model->source();
-}
-
 void FlexGrid::showReloaded()
 {
     for (int column = 0; column < cols(); ++column)

@@ -28,7 +28,6 @@ public:
 
     /// Binds to a set; null unbinds and leaves the shown texts.
     void setDataSource(const RecordsetPtr &source);
-    RecordsetPtr dataSource() const;
 
     int rows() const;
     int cols() const;
@@ -62,9 +61,6 @@ public:
     void setHeadingBold(bool bold);
     void setRedraw(bool on);
 
-    /// The selected cells as lines of texts with tabs between them; the current cell when none is selected.
-    QString selectedText() const;
-
 Q_SIGNALS:
     /// Texts, headings and widths are the set's own again: who had rewritten them does it anew.
     void reloaded();
@@ -75,6 +71,8 @@ protected:
 
 private:
     class Model;
+    /// The selected cells as lines of texts with tabs between them; the current cell when none is selected.
+    QString selectedText() const;
     void showReloaded();
     void fitRowHeight();
 

@@ -17,7 +17,6 @@ public:
     ~Model() override;
 
     void bind(const RecordsetPtr &source);
-    const RecordsetPtr &source() const { return m_source; }
     void setFixedCols(int count);
     int fixedCols() const { return m_fixedCols; }
 

@@ -117,8 +117,6 @@ QMessageBox::Icon iconOf(MessageIcon icon)
         return QMessageBox::Critical;
     case MessageIcon::Question:
         return QMessageBox::Question;
-    case MessageIcon::Exclamation:
-        return QMessageBox::Warning;
     case MessageIcon::Information:
         return QMessageBox::Information;
     case MessageIcon::None:

@@ -236,12 +236,6 @@ int Screen::scaleWidth() const
     return surface() ? twipsFromPixels(surface()->width()) : 0;
 }
 
-int Screen::scaleHeight() const
-{
-    layOut();
-    return surface() ? twipsFromPixels(surface()->height()) : 0;
-}
-
 void Screen::paintGround(std::function<void(QPainter &, QSize)> painting)
 {
     m_groundPaintings.push_back(std::move(painting));

@@ -84,9 +84,8 @@ public:
 
     /// The inner surface on which the controls stand.
     QWidget *surface() const { return centralWidget(); }
-    /// Inner width and height in twips.
+    /// Inner width in twips.
     int scaleWidth() const;
-    int scaleHeight() const;
 
     /// Keeps what the ground is painted with: called with a painter over the whole surface now and after each
     /// resize. Calls add up, in order; clearGround() forgets them.
