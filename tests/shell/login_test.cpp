@@ -17,7 +17,7 @@ protected:
     void logIn(const QString &user, const QString &password)
     {
         screen.load();
-        fill(screen, "txtUsername", user);
+        paste(screen, "txtUsername", user);
         fill(screen, "txtPassword", password);
         click(screen, "cmdOK");
     }
@@ -26,7 +26,7 @@ protected:
     {
         return QStringList{screen.LoginSucceeded ? u"in"_s : u"out"_s,
                            engine.currentUser,
-                           QString::number(engine.userRank.value_or(0)),
+                           engine.userRank ? QString::number(*engine.userRank) : u"none"_s,
                            engine.isArabic ? u"ar"_s : u"en"_s,
                            engine.userFontName,
                            QString::number(engine.userFontSize),
@@ -41,15 +41,15 @@ TEST_F(LoginTest, TakesOverTheUserAndStampsTheLogin)
 {
     execute(
         {u"insert into users (userid,[password],rank,[language],fontname,fontsize,fontbold,fontcolor,valid) "
-         "values ('agent','secret',2,'English','Tahoma','13','False','32767',true)"_s,
-         u"insert into users (userid,[password],rank,valid) values ('heir','x',1,true)"_s});
+         "values ('agent1','secret',2,'English','Tahoma','13','False','32767',true)"_s,
+         u"insert into users (userid,[password],valid) values ('heir','x',true)"_s});
     setClock([] { return makeDate(2004, 3, 15, 13, 5, 9); });
-    logIn(u"AGENT"_s, u"SECRET"_s); // letter case does not count in the store
-    EXPECT_EQ(session(), u"in|AGENT|2|en|Tahoma|13|False|32767"_s);
+    logIn(u"AGENT١"_s, u"SECRET"_s); // letter case does not count in the store
+    EXPECT_EQ(session(), u"in|AGENT1|2|en|Tahoma|13|False|32767"_s);
     logIn(u"heir"_s, u"x"_s); // all Null: Arabic and the box's own font, but no default for the size
     const QFont box = control(screen, "txtUsername").font();
     EXPECT_EQ(session(),
-              u"in|heir|1|ar|"_s + box.family() + u"|13|"_s + Value(box.bold()).toText() + u"|0"_s);
+              u"in|heir|none|ar|"_s + box.family() + u"|13|"_s + Value(box.bold()).toText() + u"|0"_s);
     EXPECT_EQ(rows(u"select lastlogin from users"_s), QStringList(2, u"15/03/2004 13:05:09"_s));
 }
 
@@ -57,14 +57,21 @@ TEST_F(LoginTest, RefusesAndStays)
 {
     addUser({.userid = u"agent"_s});
     addUser({.userid = u"gone"_s, .valid = false});
-    ScriptedDialogs dialogs;
-    dialogs.expectMessage(u"Invalid Password, try again!  خطأ في عملية الدخول   "_s)
-        .withIcon(MessageIcon::Critical)
-        .withTitle(u"Login"_s);
-    logIn(u""_s, u"secret"_s);
-    for (const QString &user : {u"agent"_s, u"gone"_s}) {
-        dialogs.expectMessage(u"Invalid login خطأ في عملية الدخول  "_s);
-        logIn(user, user == u"gone"_s ? u"secret"_s : u"secret2"_s);
+    const QString wrong = u"Invalid login خطأ في عملية الدخول  "_s;
+    const std::tuple<QString, QString, QString> cases[] = {
+        {u""_s, u"secret"_s, u"Invalid Password, try again!  خطأ في عملية الدخول   "_s},
+        {u"agent"_s, u"secret2"_s, wrong},
+        {u"agent"_s, u""_s, wrong},
+        {u"gone"_s, u"secret"_s, wrong},
+        {QString(10000, u'ن'), u"secret"_s, wrong},
+        {u"agent\u0001\u001B\u202E;--"_s, u"secret"_s, wrong},
+    };
+    for (const auto &[user, password, refusal] : cases) {
+        ScriptedDialogs dialogs;
+        dialogs.expectMessage(refusal)
+            .withIcon(user.isEmpty() ? MessageIcon::Critical : MessageIcon::None)
+            .withTitle(user.isEmpty() ? u"Login"_s : u""_s);
+        logIn(user, password);
         EXPECT_EQ(screen.focusWidget()->objectName(), u"txtUsername"_s);
     }
     click(screen, "cmdCancel");
@@ -84,7 +91,7 @@ TEST_F(LoginTest, EndsTheProcessOnAnApostropheAndOnALargeColour)
             << password.toStdString();
         EXPECT_FALSE(screen.LoginSucceeded);
     }
-    EXPECT_EQ(rows(u"select userid from users"_s), QStringList(u"agent"_s));
+    EXPECT_EQ(rows(u"select userid,lastlogin from users"_s), QStringList(u"agent|(null)"_s));
 }
 
 TEST_F(LoginTest, DemandsAFirstUserAndAdmitsWithoutOne)

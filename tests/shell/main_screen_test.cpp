@@ -1,11 +1,16 @@
 #include "core/navigation.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
+#include "platform/ui/controls.h"
 #include "shell/frmMain.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
+#include "users/frmChanges.h"
 
 #include <QtGui/QAction>
+#include <QtGui/QStatusTipEvent>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QStatusBar>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -48,24 +53,48 @@ TEST_F(MainScreenTest, OpensTheEntryOverAFitFamilyOnly)
 
 TEST_F(MainScreenTest, ChangesItsWordsWithTheLanguageButNotItsPlaces)
 {
+    const auto *statusText = control<QStatusBar>(screen, "StatusBar1").findChild<QLabel *>();
+    // Direction, check and words, in both languages.
+    const auto look = [&] {
+        EXPECT_EQ(control<QAction>(screen, "mnuArabic").isChecked(), engine.isArabic);
+        EXPECT_EQ(control<QAction>(screen, "mnuEnglish").isChecked(), !engine.isArabic);
+        for (const QObject *object : controlsOf(screen)) {
+            EXPECT_TRUE(!object->isWidgetType() || rightToLeftOf(object) == engine.isArabic)
+                << object->objectName().toStdString();
+        }
+        EXPECT_EQ(screen.rightToLeft(), engine.isArabic);
+        return QStringList{screen.caption(), textOf(screen, "Command1"), textOf(screen, "mnuHelp"),
+                           textOf(screen, "mnuCompact"), statusText->text()}
+            .join(u'|');
+    };
+    const QString english = u"Main Menu|Expenses|Help|Compact Database|User: agent"_s;
+    const QString arabic = u"صفحة الإختيارات|المصاريف|مساعده|صيانة قاعدة البيانات|المستخدم: agent"_s;
     const QPoint place = control(screen, "Command1").pos();
+    frmChanges other; // keeps its language until it is loaded again
+    other.load();
+    QStatusTipEvent hover((QString())); // as on the way through a menu
+    QCoreApplication::sendEvent(&screen, &hover);
+    EXPECT_EQ(look(), english);
+
     execute({u"update users set [language]='other'"_s});
     chooseMenu(screen, "mnuEnglish"); // in force already: nothing is written
     EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"other"_s));
-    chooseMenu(screen, "mnuArabic");
-    EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"arabic"_s));
-    EXPECT_TRUE(control<QAction>(screen, "mnuArabic").isChecked() &&
-                !control<QAction>(screen, "mnuEnglish").isChecked());
-    EXPECT_EQ(textOf(screen, "Command1"), u"المصاريف"_s);
-    EXPECT_EQ(textOf(screen, "mnuCompact"), u"صيانة قاعدة البيانات"_s);
-    EXPECT_EQ(screen.caption(), u"صفحة الإختيارات"_s);
-    EXPECT_TRUE(screen.rightToLeft());
+    for (int round = 0; round < 2; ++round) {
+        chooseMenu(screen, "mnuArabic");
+        EXPECT_EQ(look(), arabic);
+        EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"arabic"_s));
+        EXPECT_EQ(textOf(other, "Command2"), u"Family Members"_s);
+        EXPECT_FALSE(other.rightToLeft() || control(other, "Command2").isRightToLeft());
+        chooseMenu(screen, "mnuEnglish");
+        EXPECT_EQ(look(), english);
+        EXPECT_EQ(rows(u"select [language] from users"_s), QStringList(u"english"_s));
+    }
+    EXPECT_EQ(Screen::loadedScreens(), (QList<Screen *>{&screen, &other})) << "a second instance stayed";
     EXPECT_EQ(control(screen, "Command1").pos(), place);
-    EXPECT_EQ(Screen::loadedScreens(), QList<Screen *>{&screen}) << "the second instance stayed";
-    engine.dbConnection->close(); // errors are ignored
-    chooseMenu(screen, "mnuEnglish");
-    EXPECT_EQ(textOf(screen, "Command1"), u"Expenses"_s);
-    EXPECT_EQ(engine.languageSuffix, u"en"_s);
+    engine.currentUser = u"nobody's"_s; // the statement fails: ignored
+    chooseMenu(screen, "mnuArabic");
+    EXPECT_EQ(textOf(screen, "Command1"), u"المصاريف"_s);
+    EXPECT_EQ(engine.languageSuffix, u"ar"_s);
 }
 
 TEST_F(MainScreenTest, StoresTheChosenFontAndHoldsTheSessionAtTwelve)

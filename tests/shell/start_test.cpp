@@ -4,6 +4,7 @@
 #include "platform/ui/application.h"
 #include "shell/frmLogin.h"
 #include "shell/main.h"
+#include "store/schema.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "users/frmNewUser.h"
@@ -63,6 +64,29 @@ TEST_F(SessionFixture, AsksWhetherALostStoreIsToBeMadeAnew)
     dialogs.expectMessage(u"File already exists"_s);
     dialogs.expectMessage(u"db creation failed.. try again later"_s);
     EXPECT_EQ(start(), 1);
+}
+
+TEST_F(SessionFixture, EndsOnAFileThatIsNoStoreAndLeavesItAlone)
+{
+    ASSERT_TRUE(CreateStore(u"other"_s, u"another"_s));
+    const auto contents = [](const QString &path) {
+        QFile file(path);
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    };
+    const QString unknown = u"Unrecognized database format '"_s + engine.storeFilePath + u"'."_s;
+    const std::tuple<QByteArray, QString, QString> cases[] = {
+        {contents(folder() + u"/other.mdb"_s), u"-2147217843 (80040e4d)"_s, u"Not a valid password."_s},
+        {QByteArray("notes of the family\n").repeated(1024), u"-2147467259 (80004005)"_s, unknown},
+        {QByteArray(), u"-2147467259 (80004005)"_s, unknown}};
+    for (const auto &[bytes, number, text] : cases) {
+        QFile file(engine.storeFilePath);
+        ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write(bytes) == bytes.size());
+        file.close();
+        ScriptedDialogs dialogs;
+        dialogs.expectUntrapped(number, text);
+        EXPECT_EQ(start(), 1);
+        EXPECT_TRUE(contents(engine.storeFilePath) == bytes) << text.toStdString();
+    }
 }
 
 class StartTest : public StoreFixture
