@@ -5,21 +5,25 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
-#include <algorithm>
 #include <deque>
 #include <memory>
-#include <vector>
 
 namespace
 {
 constexpr int stuckExit = 98;
 constexpr int tickMilliseconds = 2;
-constexpr int patienceTicks = 100; // for a modal window without an action to go
+constexpr int patienceTicks = 1000; // for a modal window without an action to go
 
 struct Step {
     const char *wanted;
     std::function<bool(QWidget *)> runsOn;
 };
+
+struct Script {
+    std::unique_ptr<QTimer> timer;
+    std::deque<Step> steps;
+    int idleTicks = 0;
+} script;
 
 /// Runs a part of a test inside the event loop: what it throws fails the test instead of reaching the
 /// program.
@@ -35,79 +39,34 @@ void runStep(const std::function<void()> &action)
     });
 }
 
-class Script
+void lookForModal()
 {
-public:
-    static Script &instance()
-    {
-        static Script script;
-        return script;
+    QWidget *modal = QApplication::activeModalWidget();
+    if (!modal || !modal->isVisible()) {
+        script.idleTicks = 0;
+        return;
     }
-
-    void begin()
-    {
-        m_timer = std::make_unique<QTimer>();
-        // A timer does not fire inside its own slot; a posted call does, so steps can nest.
-        QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] {
-            QMetaObject::invokeMethod(
-                m_timer.get(), [this] { runEventRoutine([this] { tick(); }); }, Qt::QueuedConnection);
-        });
-        m_timer->start(tickMilliseconds);
-        m_idleTicks = 0;
-    }
-
-    void add(Step step) { m_steps.push_back(std::move(step)); }
-
-    void end()
-    {
-        m_timer.reset();
-        m_acting.clear();
-        for (const Step &step : m_steps)
-            ADD_FAILURE() << "No modal " << step.wanted << " came";
-        m_steps.clear();
-    }
-
-private:
-    void tick()
-    {
-        QWidget *modal = QApplication::activeModalWidget();
-        if (!modal || !modal->isVisible()) {
-            m_idleTicks = 0;
+    if (!script.steps.empty()) {
+        Step step = std::move(script.steps.front());
+        script.steps.pop_front();
+        if (step.runsOn(modal)) {
+            script.idleTicks = 0;
             return;
         }
-        if (!m_steps.empty()) {
-            Step step = std::move(m_steps.front());
-            m_steps.pop_front();
-            const auto depth = m_acting.size();
-            m_acting.emplace_back(modal);
-            bool ran = false;
-            runStep([&] { ran = step.runsOn(modal); });
-            m_acting.resize(qMin(depth, m_acting.size()));
-            if (ran) {
-                m_idleTicks = 0;
-                return;
-            }
-            m_steps.push_front(std::move(step));
-        }
-        const bool acting = std::find(m_acting.cbegin(), m_acting.cend(), modal) != m_acting.cend();
-        if (!acting && ++m_idleTicks > patienceTicks) {
-            ADD_FAILURE() << "The modal window " << modal->objectName().toStdString() << " \""
-                          << modal->windowTitle().toStdString() << "\" stands with no action for it";
-            m_steps.clear();
-            endProcess(stuckExit);
-        }
+        script.steps.push_front(std::move(step));
     }
-
-    std::unique_ptr<QTimer> m_timer;
-    std::deque<Step> m_steps;
-    std::vector<QPointer<QWidget>> m_acting; ///< windows whose actions are on the stack
-    int m_idleTicks = 0;
-};
+    if (++script.idleTicks > patienceTicks) {
+        ADD_FAILURE() << "The modal window " << modal->objectName().toStdString() << " \""
+                      << modal->windowTitle().toStdString() << "\" stands with no action for it";
+        script.steps.clear();
+        endProcess(stuckExit);
+    }
+}
 } // namespace
 
 void support::addModalStep(const char *wanted, std::function<bool(QWidget *)> runsOn)
 {
-    Script::instance().add({wanted, std::move(runsOn)});
+    script.steps.push_back({wanted, std::move(runsOn)});
 }
 
 void later(std::function<void()> action)
@@ -119,12 +78,22 @@ void support::beginTest()
 {
     resetProcess();
     setEndsWithLastScreen(false);
-    Script::instance().begin();
+    script.idleTicks = 0;
+    script.timer = std::make_unique<QTimer>();
+    // A timer does not fire inside its own slot; a posted call does, so steps can nest.
+    QObject::connect(script.timer.get(), &QTimer::timeout, script.timer.get(), [] {
+        QMetaObject::invokeMethod(
+            script.timer.get(), [] { runStep(lookForModal); }, Qt::QueuedConnection);
+    });
+    script.timer->start(tickMilliseconds);
 }
 
 void support::endTest()
 {
-    Script::instance().end();
+    script.timer.reset();
+    for (const Step &step : script.steps)
+        ADD_FAILURE() << "No modal " << step.wanted << " came";
+    script.steps.clear();
     resetProcess();
     // A screen takes its menus with it, which are windows too.
     const auto windows = QApplication::topLevelWidgets();
