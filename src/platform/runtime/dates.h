@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/// Dates of the program. A date is a wall-clock time without a time zone: a QDateTime of time spec UTC, so
+/// Dates of the program. A date is a wall-clock time without a time zone: a QDateTime held in UTC, so
 /// that no hour of a daylight-saving change is missing or doubled. Range: 1 January 100 to 31 December 9999,
 /// whole seconds. One fixed regional profile serves every conversion: day-month-year, `dd/MM/yyyy`,
 /// `HH:mm:ss`.
