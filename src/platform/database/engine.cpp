@@ -153,8 +153,8 @@ Engine Engine::open(const QString &path, const QString &password)
     Engine engine(path);
     requireStoreSize(engine.handle(), path);
     engine.key(password);
-    if ((hasJournal(path) && !engine.keyFitsAside(path, password)) || !engine.keyFits()) {
-        if (looksEncrypted(engine.handle(), path))
+    if ((hasJournal(engine.handle()) && !engine.keyFitsAside(password)) || !engine.keyFits()) {
+        if (looksEncrypted(engine.handle()))
             throw data_errors::wrongPassword();
         throw data_errors::unrecognizedFormat(path);
     }
@@ -230,15 +230,15 @@ bool Engine::keyFits() const
 
 // The engine undoes what a crash has left before it knows whether the key fits. So the key is tried on the
 // file as it stands first. There the first page may be in pieces: then on a copy, where it can be restored.
-bool Engine::keyFitsAside(const QString &path, const QString &password) const
+bool Engine::keyFitsAside(const QString &password) const
 {
-    Engine still(path, Access::Still);
+    Engine still(fileOf(handle()), Access::Still);
     still.key(password);
     if (still.keyFits())
         return true;
     const QTemporaryDir folder;
     const QString copy = folder.filePath(u"store"_s);
-    copyWithJournal(handle(), path, copy);
+    copyWithJournal(handle(), copy);
     Engine trial(copy);
     trial.key(password);
     return trial.keyFits();

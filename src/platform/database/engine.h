@@ -94,7 +94,7 @@ private:
     void setUp(const QByteArray &schema);
     /// Whether the first page can be read; it is the first read, which undoes what a crash has left.
     bool keyFits() const;
-    bool keyFitsAside(const QString &path, const QString &password) const;
+    bool keyFitsAside(const QString &password) const;
     void renewTextIndexes();
 
     std::unique_ptr<sqlite3, Close> m_handle;

@@ -39,11 +39,11 @@ RuntimeError unreadable(const QString &path)
 class RawFile
 {
 public:
-    RawFile(sqlite3 *handle, const QString &path) : m_path(path)
+    explicit RawFile(sqlite3 *handle) : m_path(fileOf(handle))
     {
         if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &m_file) != SQLITE_OK ||
             !m_file || !m_file->pMethods || m_file->pMethods->xFileSize(m_file, &m_size) != SQLITE_OK)
-            throw unreadable(path);
+            throw unreadable(m_path);
     }
     qint64 size() const { return m_size; }
     QByteArray read(qint64 offset, qint64 count) const
@@ -87,24 +87,29 @@ void requireReachable(const QString &path)
 
 void requireStoreSize(sqlite3 *handle, const QString &path)
 {
-    const qint64 size = RawFile(handle, path).size();
+    const qint64 size = RawFile(handle).size();
     // A crash may have left a part of a page; the journal then tells the size to go back to.
-    if (size < pageSize || (size % pageSize != 0 && !hasJournal(path)))
+    if (size < pageSize || (size % pageSize != 0 && !hasJournal(handle)))
         throw data_errors::unrecognizedFormat(path);
 }
 
-bool hasJournal(const QString &path)
+QString fileOf(sqlite3 *handle)
 {
-    return QFileInfo(journalOf(path)).size() > 0;
+    return QFile::decodeName(sqlite3_db_filename(handle, "main"));
+}
+
+bool hasJournal(sqlite3 *handle)
+{
+    return QFileInfo(journalOf(fileOf(handle))).size() > 0;
 }
 
 // A page of a store is the output of a cipher. The squared deviations of its bytes from an even spread, in
 // units of the expected count, sum up to 255 +- 23; a page of text, zeros or another program's records lies
 // in the thousands.
-bool looksEncrypted(sqlite3 *handle, const QString &path)
+bool looksEncrypted(sqlite3 *handle)
 {
     std::array<int, 256> counts{};
-    for (const char byte : RawFile(handle, path).read(0, pageSize))
+    for (const char byte : RawFile(handle).read(0, pageSize))
         ++counts[static_cast<unsigned char>(byte)];
     constexpr double expected = pageSize / 256.0;
     double sum = 0;
@@ -113,17 +118,17 @@ bool looksEncrypted(sqlite3 *handle, const QString &path)
     return sum < 600;
 }
 
-void copyWithJournal(sqlite3 *handle, const QString &path, const QString &target)
+void copyWithJournal(sqlite3 *handle, const QString &target)
 {
     constexpr qint64 portion = 1 << 20;
-    const RawFile source(handle, path);
+    const RawFile source(handle);
     QFile copy(target);
     bool written = copy.open(QIODevice::WriteOnly | QIODevice::NewOnly);
     for (qint64 offset = 0; written && offset < source.size(); offset += portion) {
         const QByteArray bytes = source.read(offset, portion);
         written = copy.write(bytes) == bytes.size();
     }
-    written = written && copy.flush() && QFile::copy(journalOf(path), journalOf(target));
+    written = written && copy.flush() && QFile::copy(journalOf(fileOf(handle)), journalOf(target));
     if (!written)
         throw data_errors::engineFailure(u"Cannot write '%1': %2"_s.arg(target, copy.errorString()));
 }

@@ -18,16 +18,18 @@ void requireReachable(const QString &path);
 /// @throws RuntimeError "Unrecognized database format"
 void requireStoreSize(sqlite3 *handle, const QString &path);
 
+/// The file's own path: where the path that was opened leads through links.
+QString fileOf(sqlite3 *handle);
+
 /// Whether a journal stands beside the file: what a crash has left of a transaction, or one that is going on.
-bool hasJournal(const QString &path);
+bool hasJournal(sqlite3 *handle);
 
 /// Whether the first page could be a store's under some key. It is only asked to find the words for a file
 /// that the password does not open.
-bool looksEncrypted(sqlite3 *handle, const QString &path);
+bool looksEncrypted(sqlite3 *handle);
 
-/// Copies the file, and the journal beside it, to a path of the same folder or another one.
-/// @throws RuntimeError
-void copyWithJournal(sqlite3 *handle, const QString &path, const QString &target);
+/// Copies the file, and the journal beside it, to another path. @throws RuntimeError
+void copyWithJournal(sqlite3 *handle, const QString &target);
 
 /// Makes an empty file. @throws RuntimeError 58 when something stands at the path, 76 when its folder is
 /// missing, 75 for anything else.
