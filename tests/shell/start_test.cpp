@@ -58,6 +58,13 @@ TEST_F(SessionFixture, AsksWhetherALostStoreIsToBeMadeAnew)
     dialogs.expectNo(question);
     EXPECT_EQ(start(), 0);
     EXPECT_FALSE(QFile::exists(engine.storeFilePath));
+    dialogs.expectMessage(lost);
+    dialogs.expectYes(question);
+    dialogs.expectAnyMessage(); // there is no user yet: this start goes through
+    onModal<frmNewUser>([](frmNewUser &newUser) { newUser.close(); });
+    onModal<frmLogin>([](frmLogin &login) { login.close(); });
+    EXPECT_EQ(start(), 0);
+    QFile::remove(engine.storeFilePath);
     QDir(folder()).mkdir(u"quvana.mdb"_s); // where no store can be made
     dialogs.expectMessage(lost);
     dialogs.expectYes(question);

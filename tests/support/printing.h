@@ -12,11 +12,6 @@ inline void PrintTo(const QString &text, std::ostream *out)
     *out << '"' << text.toStdString() << '"';
 }
 
-inline void PrintTo(QStringView text, std::ostream *out)
-{
-    *out << '"' << text.toString().toStdString() << '"';
-}
-
 inline void PrintTo(const QDateTime &value, std::ostream *out)
 {
     *out << value.toString(Qt::ISODate).toStdString();

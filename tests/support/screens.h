@@ -14,20 +14,16 @@
 // whatever fixture, begins and ends with no screen loaded, a process that is not ending and English boxes.
 // The process does not end with its last screen unless the test calls setEndsWithLastScreen(true).
 //
-//     TEST_F(StoreFixture, RefusesAnEmptyAmount)
-//     {
-//         ScriptedDialogs dialogs;
-//         dialogs.expectMessage(u"..."_s);
-//         frmRevenue screen;
-//         screen.load();
-//         fill(screen, "txtAmount", u""_s);
-//         click(screen, "cmdEntry");
-//     }
+//     ScriptedDialogs dialogs;
+//     dialogs.expectMessage(u"..."_s);
+//     frmRevenue screen;
+//     screen.load();
+//     fill(screen, "txtAmount", u""_s);
+//     click(screen, "cmdEntry");
 //
-// Everything that a helper below does to a control goes through the application's event dispatch, as a user's
-// key or click does: a failure that a routine does not trap shows its box (to be expected in the
-// ScriptedDialogs) and ends the process; it does not come out of the helper. Put processEnded() around that.
-// In an action of onModal() or later() nothing behind a click that ended the process runs.
+// A failure that a routine does not trap shows its box (to be expected in the ScriptedDialogs) and ends the
+// process; it does not come out of the helper. Put processEnded() around that. In an action of onModal() or
+// later() nothing behind a click that ended the process runs.
 
 /// The control of a screen by its told name; one that is missing, or of another class, throws and names those
 /// that are there. `control<QAction>(screen, "mnuFont")` gives a menu's entry.
@@ -58,9 +54,6 @@ QRect inkOf(QWidget &widget, const QRect &part);
 /// the toolkit's dialogs. Actions run in the order in which they were written down, one modal window or
 /// several. When a modal screen has no action left, and is not hidden or unloaded by then, the test fails and
 /// the process ends, so that nothing hangs; likewise when an action's window never comes.
-///
-///     onModal<frmNewUser>([](frmNewUser &screen) { click(screen, "cmdCancel"); });
-///     click(login, "cmdOK"); // shows frmNewUser modally
 template <typename Window>
 void onModal(std::function<void(Window &)> action);
 

@@ -27,11 +27,9 @@ const QString &freshStore()
         const ScriptedDialogs none;
         const Engine session = engine;
         engine.appPath = folder.path();
-        engine.exeName = u"quvana"_s;
-        engine.isArabic = false;
         deriveSessionPaths();
-        const bool made = CreateStore(engine.exeName, engine.storePassword);
-        const QString file = made ? engine.storeFilePath : QString();
+        const QString file =
+            CreateStore(u"quvana"_s, engine.storePassword) ? engine.storeFilePath : QString();
         engine = session;
         return file;
     }();
@@ -126,12 +124,11 @@ void StoreFixture::addMember(const TestMember &member)
 
 void StoreFixture::addUser(const TestUser &user)
 {
-    execute({u"insert into users "
-             u"(userid,[password],name,rank,[language],fontname,fontsize,fontbold,fontcolor,valid) "
-             "values (%1,%2,%1,%3,%4,%5,%6,%7,%8,%9)"_s.arg(
-                 quoted(user.userid), quoted(user.password), QString::number(user.rank),
-                 quoted(user.language), quoted(user.fontName), quoted(user.fontSize), quoted(user.fontBold),
-                 quoted(user.fontColor), Value(user.valid).toText())});
+    execute(
+        {u"insert into users (userid,[password],rank,[language],fontname,fontsize,fontbold,fontcolor,valid) "
+         "values (%1,'secret',%2,'english','Arial','8','true',%3,%4)"_s.arg(
+             quoted(user.userid), QString::number(user.rank), quoted(user.fontColor),
+             Value(user.valid).toText())});
 }
 
 void StoreFixture::execute(const QStringList &statements)

@@ -17,23 +17,17 @@ struct TestMember {
     QString title = {};
 };
 
-/// A user's row as a test writes it.
+/// A user's row: password "secret", English, 8-point bold Arial.
 struct TestUser {
     QString userid = QStringLiteral("agent");
-    QString password = QStringLiteral("secret");
     int rank = 3;
-    QString language = QStringLiteral("english"); ///< a null text leaves the field Null
-    QString fontName = QStringLiteral("Arial");
-    QString fontSize = QStringLiteral("8");
-    QString fontBold = QStringLiteral("true");
     QString fontColor = QStringLiteral("0");
     bool valid = true;
 };
 
-/// A folder of its own for each test, and a session that stands in it: `engine` is new, the program's place
-/// is the folder, the paths and connection strings are set, the language is English, the user "TEST" of rank
-/// 10 with 8-point bold Arial. No store is there yet. At the end the connection is closed, and the session,
-/// the clock and the navigation functions are forgotten.
+/// A folder of its own for each test, and a new session that stands in it, without a store yet: English, the
+/// user "TEST" of rank 10 with 8-point bold Arial. At the end the session, the clock and the navigation
+/// functions are forgotten.
 class SessionFixture : public testing::Test
 {
 protected:

@@ -20,7 +20,7 @@ protected:
     {
         screen.load();
         fill(screen, "txtUserid", userid);
-        fill(screen, "txtUsername", name);
+        paste(screen, "txtUsername", name);
         fill(screen, "txtPassword1", password);
         fill(screen, "txtPassword2", again.isNull() ? password : again);
         choose(screen, "ComboRank", rank);
@@ -44,33 +44,51 @@ TEST_F(NewUserTest, WritesTheFirstUserWhateverTheRank)
         u"1|agent3||The agent|1|(null)|15/03/2004 13:05:09|TEST|True|(null)|ARABIC|Arial|8|true|0"_s;
     EXPECT_EQ(rows(u"select * from users"_s), QStringList(row));
     EXPECT_FALSE(engine.topUserRank.has_value());
-    dialogs.expectUntrapped(u"-2147217887 (80040e21)"_s, u"Field 'userid' cannot be a zero-length string."_s);
-    EXPECT_TRUE(processEnded(1, [&] { enter(u""_s, u"x"_s, u"x"_s, u"1"_s); }));
+    const std::tuple<QString, QString, QString> refused[] = {
+        // by the store: user id, name, beginning
+        {u""_s, u"x"_s, u"-2147217887 (80040e21)"_s},
+        {QString(21, u'x'), u"x"_s, u"-2147217887 (80040e21)"_s},
+        {u"x"_s, QString(10000, u'ن'), u"-2147217887 (80040e21)"_s},
+        {u"o'hara"_s, u"x"_s, u"-2147217900 (80040e14)"_s}};
+    for (const auto &[userid, name, number] : refused) {
+        dialogs.expectAnyMessage();
+        EXPECT_TRUE(processEnded(1, [&] { enter(userid, name, u"x"_s, u"1"_s); }));
+        EXPECT_TRUE(dialogs.shown().back().text.startsWith(u"Run-time error '"_s + number));
+    }
     EXPECT_EQ(rows(u"select * from users"_s), QStringList(row));
 }
 
 TEST_F(NewUserTest, RefusesInTheToldOrder)
 {
     addUser({.userid = u"old"_s, .rank = 2, .valid = false});
-    const auto refuses = [this](const QString &text, const char *focus, const std::function<void()> &entry) {
-        ScriptedDialogs dialogs;
-        dialogs.expectMessage(text);
-        entry();
-        EXPECT_EQ(screen.focusWidget()->objectName(), QLatin1StringView(focus));
+    const struct {
+        bool master;
+        int userRank;
+        QString userid, name, rank;
+        const char *focus;
+        QString text;
+    } cases[] = {
+        {true, 1, u"OLD"_s, u""_s, u"2"_s, "txtUsername",
+         u"You have to select the highest RANK for the Master User\r\nيجب عليك أن تختار أعلى الصلاحيات لأول مستخدم"_s},
+        {true, 1, u"OLD"_s, u""_s, u"3"_s, "txtUsername",
+         u"You have to enter the full name of this new user\r\nيجب إدخال الإسم الحقيقي لهذا المستخدم"_s},
+        {false, 1, u"OLD"_s, u"x"_s, u"3"_s, "txtUserid",
+         u"User already used, choose another one\r\nهذا الإسم مستخدم حالياً فضلاً قم بإختيار إسم آخر  "_s},
+        {false, 1, u"new"_s, u"x"_s, u"3"_s, "ComboRank",
+         u"You need to lower the rank.. too high!\r\nيجب عليك تقليل الصلاحيات وأن لا تتفوق على المستخدم الرئيس"_s},
+        {false, 1, u"new"_s, u"x"_s, u"2"_s, "cmdOK",
+         u"You cannot give higher rank than yours\r\nلا تستطيع منح صلاحيات أعلى من صلاحياتك أنت"_s},
+        {false, 2, u"new"_s, u"x"_s, u"2"_s, "txtUserid",
+         u"An error occured...! \r\nحدث خطأ في عملية الإضافه"_s},
     };
-    engine.userRank = 1;
-    refuses(u"You have to enter the full name of this new user\r\nيجب إدخال الإسم الحقيقي لهذا المستخدم"_s,
-            "txtUsername", [&] { enter(u"OLD"_s, u""_s, u"a"_s, u"3"_s, u"b"_s); });
-    refuses(u"User already used, choose another one\r\nهذا الإسم مستخدم حالياً فضلاً قم بإختيار إسم آخر  "_s,
-            "txtUserid", [&] { enter(u"OLD"_s, u"x"_s, u"a"_s, u"3"_s, u"b"_s); });
-    refuses(
-        u"You need to lower the rank.. too high!\r\nيجب عليك تقليل الصلاحيات وأن لا تتفوق على المستخدم الرئيس"_s,
-        "ComboRank", [&] { enter(u"new"_s, u"x"_s, u"a"_s, u"3"_s, u"b"_s); });
-    refuses(u"You cannot give higher rank than yours\r\nلا تستطيع منح صلاحيات أعلى من صلاحياتك أنت"_s,
-            "cmdOK", [&] { enter(u"new"_s, u"x"_s, u"a"_s, u"2"_s, u"b"_s); });
-    engine.userRank = 2;
-    refuses(u"An error occured...! \r\nحدث خطأ في عملية الإضافه"_s, "txtUserid",
-            [&] { enter(u"new"_s, u"x"_s, u"a"_s, u"2"_s, u"b"_s); });
+    for (const auto &c : cases) {
+        engine.masterUserEntry = c.master;
+        engine.userRank = c.userRank;
+        ScriptedDialogs dialogs;
+        dialogs.expectMessage(c.text);
+        enter(c.userid, c.name, u"a"_s, c.rank, u"b"_s);
+        EXPECT_EQ(screen.focusWidget()->objectName(), QLatin1StringView(c.focus));
+    }
     EXPECT_EQ(rows(u"select userid from users"_s), QStringList(u"old"_s));
 }
 
