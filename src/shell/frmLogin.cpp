@@ -11,6 +11,8 @@
 #include "ui_frmLogin.h"
 #include "users/frmNewUser.h"
 
+#include <QtWidgets/QLayout>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace

@@ -14,6 +14,7 @@
 
 #include <QtGui/QActionGroup>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -30,6 +31,7 @@ frmMain::frmMain() : Screen(u"frmMain"_s), m_ui(std::make_unique<Ui::frmMain>())
     m_ui->setupUi(this);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     m_userPanel->setTextFormat(Qt::PlainText);
+    m_userPanel->setContentsMargins(4, 0, 4, 0);
     m_ui->StatusBar1->addWidget(m_userPanel, 1); // a message would go as soon as a menu is opened
     auto *languages = new QActionGroup(this);    // one of the two stays checked
     languages->addAction(m_ui->mnuArabic);

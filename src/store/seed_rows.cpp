@@ -58,7 +58,7 @@ constexpr Word details[] = {
 
 RecordsetPtr openTable(const QString &name, const ConnectionPtr &connection)
 {
-    const RecordsetPtr table = Recordset::create();
+    RecordsetPtr table = Recordset::create();
     table->open(name, connection, CursorType::Keyset, LockType::Optimistic, CommandKind::Table);
     return table;
 }

@@ -8,6 +8,7 @@
 #include "ui_frmChanges.h"
 
 #include <QtCore/QScopeGuard>
+#include <QtWidgets/QLayout>
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -9,6 +9,8 @@
 #include "presentation/vocabulary.h"
 #include "ui_frmNewUser.h"
 
+#include <QtWidgets/QLayout>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace

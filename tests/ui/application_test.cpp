@@ -4,6 +4,7 @@
 #include "support/screens.h"
 
 #include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
