@@ -64,7 +64,8 @@ TEST_F(LoginTest, RefusesAndStays)
         {u"agent"_s, u""_s, wrong},
         {u"gone"_s, u"secret"_s, wrong},
         {QString(10000, u'ن'), u"secret"_s, wrong},
-        {u"agent\u0001\u001B\u202E;--"_s, u"secret"_s, wrong},
+        {u"agent\u0001\u001B\u202E\0;--"_s, u"secret"_s, wrong},
+        {u"agent"_s + QChar(0xD800), u"secret"_s, wrong},
     };
     for (const auto &[user, password, refusal] : cases) {
         ScriptedDialogs dialogs;

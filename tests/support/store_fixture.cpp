@@ -28,8 +28,7 @@ const QString &freshStore()
         const Engine session = engine;
         engine.appPath = folder.path();
         deriveSessionPaths();
-        const QString file =
-            CreateStore(u"quvana"_s, engine.storePassword) ? engine.storeFilePath : QString();
+        QString file = CreateStore(u"quvana"_s, engine.storePassword) ? engine.storeFilePath : QString();
         engine = session;
         return file;
     }();
