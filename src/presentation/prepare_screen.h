@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QtGui/QColor>
-
 class Screen;
 
 /// The first thing that each screen does when it loads: the session's language, direction and font on the
