@@ -76,13 +76,9 @@ TEST_F(SessionFixture, AsksWhetherALostStoreIsToBeMadeAnew)
 TEST_F(SessionFixture, EndsOnAFileThatIsNoStoreAndLeavesItAlone)
 {
     ASSERT_TRUE(CreateStore(u"other"_s, u"another"_s));
-    const auto contents = [](const QString &path) {
-        QFile file(path);
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-    };
     const QString unknown = u"Unrecognized database format '"_s + engine.storeFilePath + u"'."_s;
     const std::tuple<QByteArray, QString, QString> cases[] = {
-        {contents(folder() + u"/other.mdb"_s), u"-2147217843 (80040e4d)"_s, u"Not a valid password."_s},
+        {bytesOf(folder() + u"/other.mdb"_s), u"-2147217843 (80040e4d)"_s, u"Not a valid password."_s},
         {QByteArray("notes of the family\n").repeated(1024), u"-2147467259 (80004005)"_s, unknown},
         {QByteArray(), u"-2147467259 (80004005)"_s, unknown}};
     for (const auto &[bytes, number, text] : cases) {
@@ -92,7 +88,7 @@ TEST_F(SessionFixture, EndsOnAFileThatIsNoStoreAndLeavesItAlone)
         ScriptedDialogs dialogs;
         dialogs.expectUntrapped(number, text);
         EXPECT_EQ(start(), 1);
-        EXPECT_TRUE(contents(engine.storeFilePath) == bytes) << text.toStdString();
+        EXPECT_TRUE(bytesOf(engine.storeFilePath) == bytes) << text.toStdString();
     }
 }
 

@@ -36,11 +36,6 @@ class CreateStoreTest : public SessionFixture
 {
 protected:
     static bool create() { return CreateStore(u"quvana"_s, engine.storePassword); }
-    static QByteArray read(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-    }
     const QString backup = folder() + u"/quvana_backup.mdb"_s;
 };
 
@@ -100,18 +95,18 @@ TEST_F(CreateStoreTest, SeedsInTheSessionsLanguage)
 TEST_F(CreateStoreTest, KeepsAnEarlierStoreAndAsksBeforeItDropsAnOlderOne)
 {
     ASSERT_TRUE(create());
-    const QByteArray first = read(engine.storeFilePath);
+    const QByteArray first = bytesOf(engine.storeFilePath);
     ASSERT_TRUE(create());
-    const QByteArray second = read(engine.storeFilePath);
+    const QByteArray second = bytesOf(engine.storeFilePath);
     const QString question =
         u"Do you want to Delete the old backup?  هل تريد حذف النسخه الإحتياطيه؟ : \r\n"_s + backup;
     ScriptedDialogs dialogs;
     dialogs.expectNo(question).withIcon(MessageIcon::Critical);
     EXPECT_FALSE(create());
-    EXPECT_TRUE(read(backup) == first && read(engine.storeFilePath) == second);
+    EXPECT_TRUE(bytesOf(backup) == first && bytesOf(engine.storeFilePath) == second);
     dialogs.expectYes(question);
     EXPECT_TRUE(create());
-    EXPECT_TRUE(read(backup) == second);
+    EXPECT_TRUE(bytesOf(backup) == second);
 }
 
 TEST_F(CreateStoreTest, ShowsAFailureAndNeverDropsTheEarlierStore)

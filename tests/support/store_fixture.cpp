@@ -69,6 +69,12 @@ void SessionFixture::setLanguage(bool arabic)
     engine.languageSuffix = arabic ? u"ar"_s : u"en"_s;
 }
 
+QByteArray SessionFixture::bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
 QStringList SessionFixture::rows(const QString &sql)
 {
     const RecordsetPtr set = Recordset::create();

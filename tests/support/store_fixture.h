@@ -38,6 +38,8 @@ protected:
     /// What PrepareScreen sets for the language, without a screen.
     static void setLanguage(bool arabic);
 
+    /// What a file holds.
+    static QByteArray bytesOf(const QString &path);
     /// Rows of a SELECT in the store's dialect, read by a connection of its own: one text for each row, its
     /// values joined by `|`, Null as `(null)`.
     static QStringList rows(const QString &sql);
