@@ -107,7 +107,7 @@ std::shared_ptr<database::Rows> Recordset::Private::readRows()
     auto result = emptyRows();
     const sql::Step &step = compiled->steps.front();
     database::Run run(session.prepared(step.text), step.parameters);
-    result->read(run);
+    result->read(run, readProgress);
     return result;
 }
 
@@ -316,6 +316,18 @@ void Recordset::resync()
             d->takeValues(row, columns, *values);
     }
     rowsChanged.raise();
+}
+
+std::shared_ptr<const RowsShown> Recordset::rowsShown() const
+{
+    d->requireOpen();
+    d->readAll();
+    return std::make_shared<const RowsShown>(d->rows, d->view);
+}
+
+void Recordset::setReadProgress(std::function<void(int rows)> progress)
+{
+    d->readProgress = std::move(progress);
 }
 
 // --- fields

@@ -3,6 +3,7 @@
 #include "platform/database/connection.h"
 #include "platform/database/event.h"
 #include "platform/database/field.h"
+#include "platform/database/rows_shown.h"
 
 #include <functional>
 #include <memory>
@@ -149,6 +150,13 @@ public:
     /// that is not saved yet does not count.
     Value valueAt(int position, int index) const;
     int rowCount() const; ///< rows of the filter in force, also for a forward-only set
+    /// The rows of the filter in force as they stand now; they stay when the set is closed, requeried or
+    /// filtered anew.
+    std::shared_ptr<const RowsShown> rowsShown() const;
+
+    /// Called now and then while open() and requery() read many rows, with the rows read so far. It must not
+    /// use the set or its connection, and must not serve events.
+    void setReadProgress(std::function<void(int rows)> progress);
 
     // --- events
 

@@ -36,6 +36,7 @@ struct Recordset::Private {
     std::vector<Value> blank;     ///< a new row before anything was set
     int returnPosition = eof;     ///< from before the new row
     bool inEvent = false;
+    std::function<void(int rows)> readProgress;
 
     /// Throws unless the set is open, and not inside willChangeRecord.
     void requireOpen() const;

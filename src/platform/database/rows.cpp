@@ -24,8 +24,9 @@ Rows::Rows(std::vector<FieldInfo> fields, bool withRowids)
     }
 }
 
-void Rows::read(Run &run)
+void Rows::read(Run &run, const std::function<void(int rows)> &progress)
 {
+    constexpr int stride = 4096;
     const int columns = int(m_fields.size());
     Known known;
     known.lasts.resize(m_fields.size());
@@ -35,6 +36,8 @@ void Rows::read(Run &run)
         if (m_withRowids)
             m_rowids.push_back(std::get<qint64>(run.column(columns)));
         ++m_count;
+        if (progress && m_count % stride == 0)
+            progress(m_count);
     }
 }
 
@@ -69,6 +72,14 @@ Value Rows::value(int row, int column) const
         return std::get<Real>(source.cells)[index];
     }
     Q_UNREACHABLE();
+}
+
+std::optional<qint64> Rows::number(int row, int column) const
+{
+    const auto &nulls = m_columns[std::size_t(column)].nulls;
+    if (!nulls.empty() && nulls[std::size_t(row)])
+        return std::nullopt;
+    return cell(column, row);
 }
 
 int Rows::textIndex(int row, int column) const

@@ -6,6 +6,7 @@
 
 #include <QtCore/QHash>
 
+#include <functional>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -20,8 +21,9 @@ class Rows
 public:
     Rows(std::vector<FieldInfo> fields, bool withRowids);
 
-    /// Reads a run to its end. Where the rows have an id it stands behind the fields. @throws RuntimeError
-    void read(Run &run);
+    /// Reads a run to its end. Where the rows have an id it stands behind the fields. `progress`, if there is
+    /// one, is called now and then with the rows read so far. @throws RuntimeError
+    void read(Run &run, const std::function<void(int rows)> &progress);
 
     const std::vector<FieldInfo> &fields() const noexcept { return m_fields; }
     int count() const noexcept { return m_count; }
@@ -29,6 +31,9 @@ public:
     std::optional<qint64> rowid(int row) const;
 
     Value value(int row, int column) const;
+    /// The number in a field that is no text and no double: money in ten-thousandths, a date in seconds since
+    /// 1970, a Boolean as -1 or 0. None for Null.
+    std::optional<qint64> number(int row, int column) const;
     /// The index of a text among texts(); -1 for Null. Equal texts of rows that were read have one index.
     int textIndex(int row, int column) const;
     const std::vector<QString> &texts() const noexcept { return m_texts; }
