@@ -1,28 +1,8 @@
 #include "platform/ui/flex_grid_model.h"
 
-#include <QtWidgets/QStyle>
+#include "platform/ui/cell_text.h"
 
 #include <utility>
-
-namespace
-{
-constexpr QChar leftToRightIsolate(0x2066);
-constexpr QChar firstStrongIsolate(0x2068);
-constexpr QChar popIsolate(0x2069);
-
-/// Amounts stand with their last digits below each other, in either direction. Whole numbers are mostly codes
-/// that are shown as words.
-Qt::Alignment alignmentOf(FieldType type)
-{
-    const bool amount = type == FieldType::Double || type == FieldType::Money;
-    return amount ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeading;
-}
-
-bool isRightToLeftLetter(QChar c)
-{
-    return c.direction() == QChar::DirR || c.direction() == QChar::DirAL;
-}
-} // namespace
 
 FlexGrid::Model::Model(FlexGrid *grid, std::function<void()> reloaded)
     : m_grid(grid), m_reloaded(std::move(reloaded))
@@ -175,19 +155,13 @@ int FlexGrid::Model::columnCount(const QModelIndex &parent) const
 
 QString FlexGrid::Model::shown(const QString &text) const
 {
-    if (text.isEmpty() || !m_grid->isRightToLeft())
-        return text;
-    bool letters = false;
-    for (const QChar c : text)
-        letters = letters || isRightToLeftLetter(c);
-    return (letters ? firstStrongIsolate : leftToRightIsolate) + text + popIsolate;
+    return isolated(text, m_grid->layoutDirection());
 }
 
 QVariant FlexGrid::Model::shownAlignment(int column) const
 {
     // Absolute: headings are drawn without regard to the grid's own direction.
-    const Qt::Alignment across = QStyle::visualAlignment(m_grid->layoutDirection(), m_alignments[column]);
-    return QVariant::fromValue(across | Qt::AlignAbsolute | Qt::AlignVCenter);
+    return QVariant::fromValue(absoluteAlignment(m_alignments[column], m_grid->layoutDirection()));
 }
 
 QVariant FlexGrid::Model::data(const QModelIndex &index, int role) const
