@@ -1,12 +1,11 @@
 #include "family/member_records.h"
 
 #include "core/engine.h"
-#include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/format.h"
 #include "presentation/vocabulary.h"
-
-#include <functional>
+#include "store/audit_stamp.h"
+#include "store/ledger_tables.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,16 +17,6 @@ RecordsetPtr openRows(const QString &statement)
     auto rows = Recordset::create();
     rows->open(statement, engine.dbConnection, CursorType::Static);
     return rows;
-}
-
-QStringList ledgerTables(const std::function<bool(const QString &name)> &isOne)
-{
-    QStringList names;
-    for (const SchemaTable &table : engine.dbConnection->schemaTables()) {
-        if (isOne(table.tableName))
-            names << table.tableName;
-    }
-    return names;
 }
 
 QString sexWord(qint32 code)
@@ -64,17 +53,10 @@ Value codeOf(const QString &stem, const QString &word)
 
 void writeMemberAudit(const Recordset &members, bool asRead, const QString &updateType)
 {
-    const auto audit = Recordset::create();
-    audit->open(u"audit_members"_s, engine.dbConnection, CursorType::Keyset, LockType::Optimistic,
-                CommandKind::Table);
-    audit->addNew();
+    const RecordsetPtr audit = newAuditRow(u"members"_s);
     for (int i = 0; i < members.fieldCount(); ++i)
         audit->setValue(members.field(i).name, asRead ? members.originalValue(i) : members.value(i));
-    audit->setValue(u"updatedby"_s, engine.currentUser);
-    audit->setValue(u"updatedon"_s, generalDate(now()));
-    audit->setValue(u"updatetype"_s, translate(updateType));
-    audit->update();
-    audit->close();
+    writeAuditRow(*audit, translate(updateType));
 }
 
 bool isChanged(const Recordset &members)
@@ -88,7 +70,7 @@ bool isChanged(const Recordset &members)
 
 bool hasLedgerRows(const QString &name)
 {
-    for (const QString &table : ledgerTables([](const QString &t) { return t.startsWith(u"ledger"); })) {
+    for (const QString &table : ledgerTables()) {
         const auto rows = openRows(u"select id from "_s + table + u" where name='"_s + name + u'\'');
         const bool found = rows->recordCount() > 0;
         rows->close();
@@ -100,9 +82,11 @@ bool hasLedgerRows(const QString &name)
 
 void renameInLedgers(const QString &oldName, const QString &newName)
 {
-    for (const QString &table : ledgerTables([](const QString &t) { return t.contains(u"ledger"); }))
-        engine.dbConnection->execute(u"update "_s + table + u" set name='"_s + newName + u"' where name='"_s +
-                                     oldName + u'\'');
+    for (const SchemaTable &table : engine.dbConnection->schemaTables()) {
+        if (table.tableName.contains(u"ledger"))
+            engine.dbConnection->execute(u"update "_s + table.tableName + u" set name='"_s + newName +
+                                         u"' where name='"_s + oldName + u'\'');
+    }
 }
 
 bool isRefused(const QString &field, const QString &text)
