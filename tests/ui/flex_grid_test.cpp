@@ -1,12 +1,11 @@
-#include "platform/database/store_file.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/twips.h"
+#include "rows_fixture.h"
 #include "support/screens.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
@@ -16,29 +15,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-class FlexGridTest : public testing::Test
+class FlexGridTest : public RowsFixture
 {
 protected:
-    FlexGridTest()
-    {
-        using Type = ColumnDefinition::Type;
-        const QString path = m_folder.filePath(u"store.mdb"_s);
-        StoreFile file = StoreFile::create(path, u"pw"_s);
-        file.appendTable({u"rows"_s,
-                          {{u"name"_s, Type::Text, 50},
-                           {u"amount"_s, Type::Money},
-                           {u"valid"_s, Type::Boolean},
-                           {u"dob"_s, Type::Date}},
-                          {u"name"_s}});
-        file.close();
-        connection->open(u"Provider=x;Data Source="_s + path + u";Jet OLEDB:Database Password=pw"_s);
-        for (const QString &values : {u"'a',-5.5,true,'03/04/2004'"_s,
-                                      u"'\u0645\u0631\u0649 7',null,false,null"_s, u"'c',null,true,null"_s})
-            connection->execute(u"insert into rows (name,amount,valid,dob) values("_s + values + u")"_s);
-        set->open(u"select name,amount,valid,dob from rows"_s, connection, CursorType::Static,
-                  LockType::Optimistic);
-    }
-
     static QString texts(const FlexGrid &grid, int row)
     {
         QStringList cells;
@@ -46,10 +25,6 @@ protected:
             cells << grid.textMatrix(row, column);
         return cells.join(u'|');
     }
-
-    QTemporaryDir m_folder;
-    ConnectionPtr connection = Connection::create();
-    RecordsetPtr set = Recordset::create();
 };
 
 TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)

@@ -1,6 +1,5 @@
 #include "platform/ui/cell_text.h"
 
-#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QStyle>
 
 #include <algorithm>
@@ -34,19 +33,4 @@ QString isolated(const QString &text, Qt::LayoutDirection direction)
         return text;
     const bool letters = std::any_of(text.cbegin(), text.cend(), isRightToLeftLetter);
     return (letters ? firstStrongIsolate : leftToRightIsolate) + text + popIsolate;
-}
-
-QString selectedTexts(const QAbstractItemView &grid)
-{
-    QModelIndexList cells = grid.selectionModel()->selectedIndexes();
-    if (cells.isEmpty() && grid.currentIndex().isValid())
-        cells << grid.currentIndex();
-    std::sort(cells.begin(), cells.end());
-    QString text;
-    for (qsizetype i = 0; i < cells.size(); ++i) {
-        if (i > 0)
-            text += cells[i].row() == cells[i - 1].row() ? u'\t' : u'\n';
-        text += cells[i].data(Qt::AccessibleTextRole).toString();
-    }
-    return text;
 }

@@ -5,8 +5,6 @@
 #include <QtCore/QString>
 #include <QtCore/Qt>
 
-class QAbstractItemView;
-
 // What the grids do with the texts of their cells.
 
 /// Amounts stand with their last digits below each other, in either direction. Whole numbers are mostly codes
@@ -17,7 +15,3 @@ Qt::Alignment absoluteAlignment(Qt::Alignment alignment, Qt::LayoutDirection dir
 
 /// The text with the marks that keep it as it is written inside a line of that direction.
 QString isolated(const QString &text, Qt::LayoutDirection direction);
-
-/// The selected cells as lines of texts with tabs between them; the current cell when none is selected. The
-/// texts are the model's Qt::AccessibleTextRole, which has no marks.
-QString selectedTexts(const QAbstractItemView &grid);

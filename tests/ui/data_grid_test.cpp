@@ -1,0 +1,155 @@
+#include "platform/runtime/runtime_error.h"
+#include "platform/ui/data_grid.h"
+#include "rows_fixture.h"
+#include "support/screens.h"
+
+#include <QtGui/QClipboard>
+#include <QtTest/QtTest>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenuBar>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+using Type = DataFormat::Type;
+
+class DataGridTest : public RowsFixture
+{
+protected:
+    static QString captions(const DataGrid &grid)
+    {
+        QStringList texts;
+        for (int column = 0; column < grid.columnCount(); ++column)
+            texts << grid.caption(column);
+        return texts.join(u'|');
+    }
+};
+
+TEST_F(DataGridTest, WritesValuesByTheFormatOfTheirColumn)
+{
+    DataGrid grid;
+    grid.setDataSource(set);
+    const QString arabic = u"\u0645\u0631\u0649 7"_s;
+    const struct {
+        int column;
+        DataFormat format;
+        QString texts;
+    } cases[] = {
+        {0, {}, u"a|"_s + arabic + u"|c"_s},
+        {1, {}, u"-5.5||"_s},
+        {2, {}, u"True|False|True"_s},
+        {3, {}, u"03/04/2004||"_s},
+        {3, {.nullValue = u"none"_s, .format = u"yyyy/mm/dd"_s}, u"2004/04/03|none|none"_s},
+        {3, {.format = u"hh:mm:ss yyyy/mm/dd"_s}, u"00:00:00 2004/04/03||"_s},
+        {1, {.type = Type::Custom, .format = u"#,##0.00"_s}, u"-5.50||"_s},
+        {2,
+         {.type = Type::Boolean, .trueValue = u"Valid"_s, .falseValue = u"Invalid"_s},
+         u"Valid|Invalid|Valid"_s},
+        {2, {.type = Type::Boolean}, u"True|False|True"_s},
+        {1, {.type = Type::Boolean, .nullValue = u"?"_s, .trueValue = u"yes"_s}, u"yes|?|?"_s},
+        {0, {.type = Type::Boolean, .trueValue = u"yes"_s}, u"a|"_s + arabic + u"|c"_s},
+    };
+    for (const auto &c : cases) {
+        grid.setDataFormat(c.column, c.format);
+        QStringList texts;
+        for (int bookmark = 1; bookmark <= grid.rowCount(); ++bookmark)
+            texts << grid.cellText(c.column, bookmark);
+        EXPECT_EQ(texts.join(u'|'), c.texts);
+    }
+}
+
+TEST_F(DataGridTest, ShowsTheRowsOfTheBinding)
+{
+    DataGrid grid;
+    grid.setDataSource(set);
+    grid.setCaption(1, u"Amount"_s);
+    grid.setColWidth(1, 3000);
+    EXPECT_EQ(captions(grid), u"name|Amount|valid|dob"_s);
+    EXPECT_EQ(grid.colWidth(1), 3000);
+    set->setFilter(u"valid=true"_s);
+    EXPECT_EQ(grid.rowCount(), 3); // until it is bound again
+    grid.setDataSource(set);
+    EXPECT_EQ(captions(grid), u"name|amount|valid|dob"_s);
+    EXPECT_EQ(grid.cellText(0, 2), u"c"_s);
+    EXPECT_NE(grid.colWidth(1), 3000);
+
+    set->close();
+    const std::pair<int, std::function<void()>> refused[] = {
+        {3704, [&] { grid.setDataSource(set); }}, {9, [&] { grid.cellText(0, 0); }},
+        {9, [&] { grid.cellText(0, 3); }},        {9, [&] { grid.cellText(4, 1); }},
+        {9, [&] { grid.caption(-1); }},           {9, [&] { grid.setColWidth(4, 1); }}};
+    for (const auto &[number, call] : refused) {
+        try {
+            call();
+            ADD_FAILURE() << "no failure " << number;
+        } catch (const RuntimeError &error) {
+            EXPECT_EQ(error.number(), number);
+        }
+    }
+    EXPECT_EQ(grid.cellText(0, 1), u"a"_s); // the rows stay when the set is closed
+    grid.setDataSource(nullptr);
+    EXPECT_EQ(std::pair(grid.rowCount(), grid.columnCount()), std::pair(0, 0));
+}
+
+TEST_F(DataGridTest, KeepsWhatIsWrittenFromRightToLeft)
+{
+    DataGrid grid;
+    grid.setLayoutDirection(Qt::RightToLeft);
+    grid.setDataSource(set);
+    grid.setDataFormat(1, {.format = u"0.00"_s});
+    grid.setCaption(1, u"\u0627\u0644\u0645\u0628\u0644\u063A"_s);
+    const QAbstractItemModel &model = *grid.model();
+    EXPECT_EQ(model.index(0, 1).data().toString(), u"\u2066-5.50\u2069"_s);
+    EXPECT_EQ(model.index(1, 0).data().toString(), u"\u2068\u0645\u0631\u0649 7\u2069"_s);
+    EXPECT_EQ(model.headerData(1, Qt::Horizontal).toString(),
+              u"\u2068\u0627\u0644\u0645\u0628\u0644\u063A\u2069"_s);
+    grid.selectAll();
+    QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              u"a\t-5.50\tTrue\t03/04/2004\n\u0645\u0631\u0649 7\t\tFalse\t\nc\t\tTrue\t"_s);
+}
+
+TEST_F(DataGridTest, TellsThatTheFocusWentToAnotherControl)
+{
+    QMainWindow window;
+    auto *surface = new QWidget;
+    window.setCentralWidget(surface);
+    auto *box = new QLineEdit(surface);
+    auto *grid = new DataGrid(surface);
+    auto *menu = window.menuBar()->addMenu(u"&Menu"_s);
+    menu->addAction(u"Entry"_s);
+    grid->setDataSource(set);
+    int lost = 0;
+    int menus = 0;
+    QObject::connect(grid, &DataGrid::focusLost, grid, [&] { ++lost; });
+    grid->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(grid, &QWidget::customContextMenuRequested, grid, [&] { ++menus; });
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto lostBy = [&](const std::function<void()> &act) {
+        lost = 0;
+        grid->show();
+        grid->setFocus();
+        act();
+        return lost;
+    };
+    const auto underAnotherWindow = [&] {
+        QDialog other(&window);
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    };
+    EXPECT_EQ(lostBy([&] { pressKey(*grid, Qt::Key_Menu); }), 0);
+    EXPECT_EQ(menus, 1);
+    EXPECT_EQ(lostBy([&] { menu->popup({}), menu->close(); }), 0);
+    EXPECT_EQ(lostBy([&] { window.menuBar()->setFocus(Qt::MenuBarFocusReason); }), 0);
+    EXPECT_EQ(lostBy(underAnotherWindow), 0);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_EQ(lostBy([&] { box->setFocus(); }), 1);
+    EXPECT_EQ(lostBy([&] { pressKey(*grid, Qt::Key_Tab); }), 1);
+    EXPECT_EQ(lostBy([&] { grid->hide(); }), 1);
+}
+
+} // namespace
