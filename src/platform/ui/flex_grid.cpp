@@ -1,48 +1,34 @@
 #include "platform/ui/flex_grid.h"
 
-#include "platform/runtime/runtime_error.h"
+#include "platform/ui/flex_grid_headings.h"
 #include "platform/ui/flex_grid_model.h"
 #include "platform/ui/twips.h"
 
-#include <QtGui/QClipboard>
-#include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
 
-#include <algorithm>
-
-using namespace Qt::Literals::StringLiterals;
+#include <utility>
 
 namespace
 {
-constexpr int defaultWidth = 960;  // twips
 constexpr int fixedColWidth = 240; // twips
-constexpr int headingMargin = 120; // twips, beside a heading of a format string
-constexpr int rowMargin = 6;       // pixels above and below a line together
-
-void requireInside(int index, int count)
-{
-    if (index < 0 || index >= count)
-        throw runtime_errors::outOfRange();
-}
+constexpr int headingMargin = 120; // twips, beside a heading
 } // namespace
 
-FlexGrid::FlexGrid(QWidget *parent) : QTableView(parent)
+FlexGrid::FlexGrid(QWidget *parent) : TextTable(parent), m_headingMouse(new HeadingMouse(*this))
 {
     m_model = std::make_unique<Model>(this, [this] { showReloaded(); });
     setModel(m_model.get());
-    setEditTriggers(NoEditTriggers);
-    setSelectionMode(ContiguousSelection);
-    setTabKeyNavigation(false); // Tab leaves the grid
-    setWordWrap(false);
-    setVerticalScrollMode(ScrollPerItem);
-    setHorizontalScrollMode(ScrollPerPixel);
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setMinimumSectionSize(1);
-    fitRowHeight();
+    setContextMenuPolicy(Qt::PreventContextMenu); // contextMenuWanted() does its work
+    connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
+        Q_EMIT cellClicked(index.row() + fixedRows(), columnOf(index));
+    });
+    connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
+        Q_EMIT cellDoubleClicked(index.row() + fixedRows(), columnOf(index));
+    });
+    connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
+            [this](int section) { Q_EMIT headingDoubleClicked(horizontalHeader()->visualIndex(section)); });
 }
 
 FlexGrid::~FlexGrid()
@@ -57,11 +43,25 @@ void FlexGrid::setDataSource(const RecordsetPtr &source)
 
 void FlexGrid::showReloaded()
 {
-    for (int column = 0; column < cols(); ++column)
-        setColWidth(column, column < fixedCols() ? fixedColWidth : defaultWidth);
+    for (int column = 0; column < cols(); ++column) {
+        horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column), column);
+        setColWidth(column, column < fixedCols() ? fixedColWidth
+                                                 : qMax(defaultWidth, headingWidth(column) + headingMargin));
+    }
     selectionModel()->setCurrentIndex(m_model->index(0, qMin(fixedCols(), cols() - 1)),
                                       QItemSelectionModel::NoUpdate);
     Q_EMIT reloaded();
+}
+
+int FlexGrid::section(int column) const
+{
+    requireInside(column, cols());
+    return horizontalHeader()->logicalIndex(column);
+}
+
+int FlexGrid::columnOf(const QModelIndex &index) const
+{
+    return horizontalHeader()->visualIndex(index.column());
 }
 
 int FlexGrid::rows() const
@@ -92,67 +92,85 @@ void FlexGrid::setFormatString(const QString &headings)
     for (int column = 0; column < segments.size(); ++column) {
         QString heading = segments[column];
         if (heading.startsWith(u'<'))
-            m_model->setAlignment(column, Qt::AlignLeading);
+            m_model->setAlignment(section(column), Qt::AlignLeading);
         else if (heading.startsWith(u'^'))
-            m_model->setAlignment(column, Qt::AlignHCenter);
+            m_model->setAlignment(section(column), Qt::AlignHCenter);
         else if (heading.startsWith(u'>'))
-            m_model->setAlignment(column, Qt::AlignTrailing);
+            m_model->setAlignment(section(column), Qt::AlignTrailing);
         if (heading.startsWith(u'<') || heading.startsWith(u'^') || heading.startsWith(u'>'))
             heading.remove(0, 1);
-        m_model->setHeading(column, heading);
+        m_model->setHeading(section(column), heading);
         if (!heading.isEmpty())
-            setColWidth(column, textWidth(heading) + headingMargin);
+            setColWidth(column, headingWidth(column) + headingMargin);
     }
 }
 
 QString FlexGrid::textMatrix(int row, int column) const
 {
     requireInside(row, rows());
-    requireInside(column, cols());
-    return row == 0 ? m_model->heading(column) : m_model->text(row - 1, column);
+    const int at = section(column);
+    return row < fixedRows() ? m_model->heading(at) : m_model->text(row - fixedRows(), at);
 }
 
 void FlexGrid::setTextMatrix(int row, int column, const QString &text)
 {
     requireInside(row, rows());
-    requireInside(column, cols());
-    if (row == 0)
-        m_model->setHeading(column, text);
+    if (row < fixedRows())
+        m_model->setHeading(section(column), text);
     else
-        m_model->setText(row - 1, column, text);
+        m_model->setText(row - fixedRows(), section(column), text);
+}
+
+void FlexGrid::setColFormat(int column, ColumnFormat format)
+{
+    m_model->setFormat(section(column), std::move(format));
 }
 
 QString FlexGrid::fieldName(int column) const
 {
-    requireInside(column, cols());
-    return m_model->fieldNames()[column];
+    return m_model->fieldName(section(column));
 }
 
 int FlexGrid::columnOf(const QString &fieldName) const
 {
-    const QStringList &names = m_model->fieldNames();
-    for (int column = fixedCols(); column < names.size(); ++column) {
-        if (names[column].compare(fieldName, Qt::CaseInsensitive) == 0)
+    for (int column = fixedCols(); column < cols(); ++column) {
+        if (m_model->fieldName(section(column)).compare(fieldName, Qt::CaseInsensitive) == 0)
             return column;
     }
     return -1;
 }
 
-int FlexGrid::colWidth(int column) const
+int FlexGrid::headingWidth(int column) const
 {
-    requireInside(column, cols());
-    return twipsFromPixels(columnWidth(column));
+    return twipsFromPixels(
+        horizontalHeader()->fontMetrics().horizontalAdvance(m_model->heading(section(column))));
 }
 
-void FlexGrid::setColWidth(int column, int twips)
+std::optional<int> FlexGrid::widestText(int column, const std::function<bool()> &goOn) const
 {
-    requireInside(column, cols());
-    setColumnWidth(column, pixelsFromTwips(twips));
+    const auto pixels = widestPixels(m_model->texts(section(column)), fontMetrics(), goOn);
+    return pixels ? std::optional(twipsFromPixels(*pixels)) : std::nullopt;
 }
 
-int FlexGrid::textWidth(const QString &text) const
+void FlexGrid::sort(int column, Qt::SortOrder order)
 {
-    return twipsFromPixels(fontMetrics().horizontalAdvance(text));
+    m_model->sort(section(column), order);
+}
+
+void FlexGrid::moveColumn(int from, int to)
+{
+    requireInside(from - fixedCols(), cols() - fixedCols());
+    requireInside(to - fixedCols(), cols() - fixedCols());
+    horizontalHeader()->moveSection(from, to);
+}
+
+void FlexGrid::setColumnDragging(int twips)
+{
+    horizontalHeader()->setSectionsClickable(false);
+    m_headingMouse->setDragging(twips, [this](int from, int to) {
+        if (m_model->hasRows())
+            moveColumn(from, to);
+    });
 }
 
 int FlexGrid::row() const
@@ -162,14 +180,14 @@ int FlexGrid::row() const
 
 int FlexGrid::col() const
 {
-    return currentIndex().isValid() ? currentIndex().column() : fixedCols();
+    return currentIndex().isValid() ? columnOf(currentIndex()) : fixedCols();
 }
 
 void FlexGrid::setCell(int row, int column)
 {
     requireInside(row, rows());
     requireInside(column, cols());
-    setCurrentIndex(m_model->index(qMax(0, row - fixedRows()), column));
+    setCurrentIndex(m_model->index(qMax(0, row - fixedRows()), section(qMax(column, fixedCols()))));
 }
 
 int FlexGrid::topRow() const
@@ -183,6 +201,18 @@ void FlexGrid::setTopRow(int row)
     verticalScrollBar()->setValue(qBound(fixedRows(), row, rows() - 1) - fixedRows());
 }
 
+QRect FlexGrid::cellRect(int row, int column) const
+{
+    requireInside(row, rows());
+    const int at = section(column);
+    const QWidget &area = row < fixedRows() ? *horizontalHeader()->viewport() : *viewport();
+    const QRect cell = row < fixedRows()
+                           ? QRect(columnViewportPosition(at), 0, columnWidth(at), area.height())
+                           : visualRect(m_model->index(row - fixedRows(), at));
+    const QRect seen = cell & area.rect();
+    return seen.isEmpty() ? QRect() : QRect(area.mapTo(this, seen.topLeft()), seen.size());
+}
+
 void FlexGrid::setRowBackColor(int row, const QColor &color)
 {
     requireInside(row, rows());
@@ -193,9 +223,8 @@ void FlexGrid::setRowBackColor(int row, const QColor &color)
 void FlexGrid::setCellBackColor(int row, int column, const QColor &color)
 {
     requireInside(row, rows());
-    requireInside(column, cols());
     if (row >= fixedRows())
-        m_model->setCellColor(row - fixedRows(), column, color);
+        m_model->setCellColor(row - fixedRows(), section(column), color);
 }
 
 void FlexGrid::setHeadingBold(bool bold)
@@ -210,42 +239,49 @@ void FlexGrid::setRedraw(bool on)
     setUpdatesEnabled(on);
 }
 
-QString FlexGrid::selectedText() const
-{
-    QModelIndexList cells = selectionModel()->selectedIndexes();
-    if (cells.isEmpty() && currentIndex().isValid())
-        cells << currentIndex();
-    std::sort(cells.begin(), cells.end());
-    QString text;
-    for (qsizetype i = 0; i < cells.size(); ++i) {
-        if (i > 0)
-            text += cells[i].row() == cells[i - 1].row() ? u'\t' : u'\n';
-        text += m_model->text(cells[i].row(), cells[i].column());
-    }
-    return text;
-}
-
 void FlexGrid::keyPressEvent(QKeyEvent *event)
 {
-    const bool menu = event->key() == Qt::Key_Menu ||
-                      (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
-    if (event->matches(QKeySequence::Copy))
-        QGuiApplication::clipboard()->setText(selectedText());
-    else if (menu && contextMenuPolicy() == Qt::CustomContextMenu)
-        Q_EMIT customContextMenuRequested(visualRect(currentIndex()).center());
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const QKeyCombination keys(modifiers, Qt::Key(event->key()));
+    const int right = isRightToLeft() ? -1 : 1;
+    if (event->key() == Qt::Key_Menu || keys == (Qt::SHIFT | Qt::Key_F10)) {
+        scrollTo(currentIndex());
+        Q_EMIT contextMenuWanted(row(), col(), cellRect(row(), col()).center());
+    } else if (keys == Qt::Key_Space || keys == Qt::Key_Enter || keys == Qt::Key_Return) {
+        Q_EMIT cellClicked(row(), col());
+    } else if (keys == Qt::Key_F3) {
+        Q_EMIT headingDoubleClicked(col());
+    } else if (keys == (Qt::CTRL | Qt::SHIFT | Qt::Key_Right)) {
+        moveCurrentColumn(right);
+    } else if (keys == (Qt::CTRL | Qt::SHIFT | Qt::Key_Left)) {
+        moveCurrentColumn(-right);
+    } else {
+        TextTable::keyPressEvent(event);
+    }
+}
+
+void FlexGrid::moveCurrentColumn(int step)
+{
+    const int to = col() + step;
+    if (!m_headingMouse->isDragging() || to < fixedCols() || to >= cols())
+        return;
+    moveColumn(col(), to);
+    scrollTo(currentIndex());
+}
+
+void FlexGrid::mousePressEvent(QMouseEvent *event)
+{
+    TextTable::mousePressEvent(event);
+    const QPoint place = event->position().toPoint();
+    const QModelIndex cell = indexAt(place);
+    if (event->button() == Qt::RightButton && cell.isValid() && cell == currentIndex())
+        Q_EMIT contextMenuWanted(cell.row() + fixedRows(), columnOf(cell), viewport()->mapTo(this, place));
+}
+
+void FlexGrid::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        TextTable::mouseDoubleClickEvent(event);
     else
-        QTableView::keyPressEvent(event);
-}
-
-void FlexGrid::changeEvent(QEvent *event)
-{
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        fitRowHeight();
-}
-
-void FlexGrid::fitRowHeight()
-{
-    verticalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowMargin);
+        mousePressEvent(event); // another press
 }

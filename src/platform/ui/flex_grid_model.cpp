@@ -2,7 +2,18 @@
 
 #include "platform/ui/cell_text.h"
 
+#include <numeric>
 #include <utility>
+
+namespace
+{
+/// Black or white, whichever can be read on that ground.
+QColor inkOn(const QColor &ground)
+{
+    constexpr int middle = 140;
+    return qGray(ground.rgb()) < middle ? Qt::white : Qt::black;
+}
+} // namespace
 
 FlexGrid::Model::Model(FlexGrid *grid, std::function<void()> reloaded)
     : m_grid(grid), m_reloaded(std::move(reloaded))
@@ -36,9 +47,7 @@ void FlexGrid::Model::setFixedCols(int count)
 {
     beginResetModel();
     m_fixedCols = qBound(0, count, 1);
-    m_headings.clear();
-    m_fieldNames.clear();
-    m_alignments.clear();
+    m_columns.clear();
     endResetModel();
     growTo(m_fixedCols + 1);
 }
@@ -47,62 +56,33 @@ void FlexGrid::Model::reload()
 {
     if (!m_source->isOpen())
         return;
-    RecordsetPtr rows = m_source->clone();
-    if (!m_source->filter().isEmpty())
-        rows->setFilter(m_source->filter());
-
     beginResetModel();
-    m_rows = std::move(rows);
-    m_rowCount = qMax(1, m_rows->rowCount());
-    m_texts.clear();
-    m_cellColors.clear();
-    m_fieldNames = QStringList(m_fixedCols);
-    m_alignments = QList<Qt::Alignment>(m_fixedCols, Qt::AlignLeading);
-    for (int i = 0; i < m_rows->fieldCount(); ++i) {
-        const FieldInfo &field = m_rows->field(i);
-        m_fieldNames << field.name;
-        m_alignments << alignmentOf(field.type);
+    m_rows = m_source->rowsShown();
+    m_order.clear();
+    m_columns.assign(size_t(m_fixedCols), {});
+    for (const FieldInfo &field : m_rows->fields()) {
+        const int index = int(m_columns.size()) - m_fixedCols;
+        m_columns.push_back({field.name, field.name, alignmentOf(field.type), {m_rows, index}});
     }
-    m_headings = m_fieldNames;
-    keepTexts();
     endResetModel();
     m_reloaded();
 }
 
-void FlexGrid::Model::keepTexts()
-{
-    constexpr qint64 mostCells = 20000;
-    const int fields = m_rows->fieldCount();
-    if (qint64(m_rows->rowCount()) * fields > mostCells)
-        return;
-    for (int row = 0; row < m_rows->rowCount(); ++row) {
-        for (int field = 0; field < fields; ++field)
-            m_texts.insert({row, field + m_fixedCols}, m_rows->valueAt(row, field).toText());
-    }
-    m_rows.reset();
-}
-
-QString FlexGrid::Model::text(int row, int column) const
-{
-    const auto set = m_texts.constFind({row, column});
-    if (set != m_texts.constEnd())
-        return *set;
-    const int field = column - m_fixedCols;
-    if (!m_rows || !m_rows->isOpen() || field < 0 || field >= m_rows->fieldCount() ||
-        row >= m_rows->rowCount())
-        return {};
-    return m_rows->valueAt(row, field).toText();
-}
-
 void FlexGrid::Model::setText(int row, int column, const QString &text)
 {
-    m_texts.insert({row, column}, text);
-    Q_EMIT dataChanged(index(row, column), index(row, column));
+    m_columns[size_t(column)].texts.written.insert(sourceRow(row), text);
+    changed(row, column);
+}
+
+void FlexGrid::Model::setFormat(int column, ColumnFormat format)
+{
+    m_columns[size_t(column)].texts.format = std::move(format);
+    Q_EMIT dataChanged(index(0, column), index(rowCount() - 1, column));
 }
 
 void FlexGrid::Model::setHeading(int column, const QString &heading)
 {
-    m_headings[column] = heading;
+    m_columns[size_t(column)].heading = heading;
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }
 
@@ -112,17 +92,24 @@ void FlexGrid::Model::growTo(int columns)
     if (columns <= before)
         return;
     beginInsertColumns({}, before, columns - 1);
-    for (int column = before; column < columns; ++column) {
-        m_headings << QString();
-        m_fieldNames << QString();
-        m_alignments << Qt::AlignLeading;
-    }
+    m_columns.resize(size_t(columns));
     endInsertColumns();
 }
 
 void FlexGrid::Model::setAlignment(int column, Qt::Alignment alignment)
 {
-    m_alignments[column] = alignment;
+    m_columns[size_t(column)].alignment = alignment;
+}
+
+void FlexGrid::Model::sort(int column, Qt::SortOrder order)
+{
+    if (m_order.empty()) {
+        m_order.resize(size_t(rowCount()));
+        std::iota(m_order.begin(), m_order.end(), 0);
+    }
+    sortRows(m_order, texts(column), order);
+    // No change of the layout: the current cell and the selection stay where they are.
+    Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void FlexGrid::Model::setRowColor(int row, const QColor &color)
@@ -136,32 +123,46 @@ void FlexGrid::Model::setRowColor(int row, const QColor &color)
 
 void FlexGrid::Model::setCellColor(int row, int column, const QColor &color)
 {
+    QHash<int, QColor> &colors = m_columns[size_t(column)].colors;
     if (color.isValid())
-        m_cellColors.insert({row, column}, color);
+        colors.insert(sourceRow(row), color);
     else
-        m_cellColors.remove({row, column});
+        colors.remove(sourceRow(row));
+    changed(row, column);
+}
+
+void FlexGrid::Model::changed(int row, int column)
+{
     Q_EMIT dataChanged(index(row, column), index(row, column));
 }
 
 int FlexGrid::Model::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_rowCount;
+    return parent.isValid() ? 0 : hasRows() ? m_rows->count() : 1;
 }
 
 int FlexGrid::Model::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_headings.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
 }
 
-QString FlexGrid::Model::shown(const QString &text) const
+Qt::ItemFlags FlexGrid::Model::flags(const QModelIndex &index) const
 {
-    return isolated(text, m_grid->layoutDirection());
+    return index.column() < m_fixedCols ? Qt::NoItemFlags : QAbstractTableModel::flags(index);
+}
+
+QColor FlexGrid::Model::backColor(int row, int column) const
+{
+    if (column < m_fixedCols)
+        return m_grid->palette().color(QPalette::Button);
+    const QColor cell = m_columns[size_t(column)].colors.value(sourceRow(row));
+    return cell.isValid() ? cell : m_rowColors.value(row);
 }
 
 QVariant FlexGrid::Model::shownAlignment(int column) const
 {
-    // Absolute: headings are drawn without regard to the grid's own direction.
-    return QVariant::fromValue(absoluteAlignment(m_alignments[column], m_grid->layoutDirection()));
+    return QVariant::fromValue(
+        absoluteAlignment(m_columns[size_t(column)].alignment, m_grid->layoutDirection()));
 }
 
 QVariant FlexGrid::Model::data(const QModelIndex &index, int role) const
@@ -172,18 +173,18 @@ QVariant FlexGrid::Model::data(const QModelIndex &index, int role) const
     const int column = index.column();
     switch (role) {
     case Qt::DisplayRole:
-        return shown(text(row, column));
+        return isolated(text(row, column), m_grid->layoutDirection());
     case Qt::AccessibleTextRole:
         return text(row, column);
     case Qt::TextAlignmentRole:
         return shownAlignment(column);
     case Qt::BackgroundRole:
-        if (column < m_fixedCols)
-            return m_grid->palette().color(QPalette::Button);
-        if (const QColor cell = m_cellColors.value({row, column}); cell.isValid())
-            return cell;
-        if (const QColor line = m_rowColors.value(row); line.isValid())
-            return line;
+        if (const QColor color = backColor(row, column); color.isValid())
+            return color;
+        return {};
+    case Qt::ForegroundRole:
+        if (const QColor color = backColor(row, column); color.isValid())
+            return inkOn(color);
         return {};
     default:
         return {};
@@ -195,7 +196,7 @@ QVariant FlexGrid::Model::headerData(int section, Qt::Orientation orientation, i
     if (orientation != Qt::Horizontal || section >= columnCount())
         return {};
     if (role == Qt::DisplayRole)
-        return shown(m_headings[section]);
+        return isolated(heading(section), m_grid->layoutDirection());
     if (role == Qt::TextAlignmentRole)
         return shownAlignment(section);
     return {};

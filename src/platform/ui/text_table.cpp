@@ -9,6 +9,7 @@
 #include <QtWidgets/QHeaderView>
 
 #include <algorithm>
+#include <set>
 
 namespace
 {
@@ -39,13 +40,13 @@ void TextTable::requireInside(int index, int count)
 int TextTable::colWidth(int column) const
 {
     requireInside(column, model()->columnCount());
-    return twipsFromPixels(columnWidth(column));
+    return twipsFromPixels(columnWidth(horizontalHeader()->logicalIndex(column)));
 }
 
 void TextTable::setColWidth(int column, int twips)
 {
     requireInside(column, model()->columnCount());
-    setColumnWidth(column, pixelsFromTwips(twips));
+    setColumnWidth(horizontalHeader()->logicalIndex(column), pixelsFromTwips(twips));
 }
 
 int TextTable::textWidth(const QString &text) const
@@ -55,17 +56,31 @@ int TextTable::textWidth(const QString &text) const
 
 QString TextTable::selectedTexts() const
 {
-    QModelIndexList cells = selectionModel()->selectedIndexes();
-    if (cells.isEmpty() && currentIndex().isValid())
-        cells << currentIndex();
-    std::sort(cells.begin(), cells.end());
-    QString text;
-    for (qsizetype i = 0; i < cells.size(); ++i) {
-        if (i > 0)
-            text += cells[i].row() == cells[i - 1].row() ? u'\t' : u'\n';
-        text += cells[i].data(Qt::AccessibleTextRole).toString();
+    // A rectangle of cells as they stand: as one range, or one for each column that was moved.
+    QItemSelection ranges = selectionModel()->selection();
+    if (ranges.isEmpty() && currentIndex().isValid())
+        ranges.select(currentIndex(), currentIndex());
+    std::set<int> columns;
+    int top = model()->rowCount();
+    int bottom = -1;
+    for (const QItemSelectionRange &range : ranges) {
+        top = std::min(top, range.top());
+        bottom = std::max(bottom, range.bottom());
+        for (int section = range.left(); section <= range.right(); ++section) {
+            if (model()->flags(model()->index(0, section)).testFlag(Qt::ItemIsSelectable))
+                columns.insert(horizontalHeader()->visualIndex(section));
+        }
     }
-    return text;
+    QStringList lines;
+    for (int row = top; row <= bottom; ++row) {
+        QStringList texts;
+        for (const int column : columns) {
+            const QModelIndex cell = model()->index(row, horizontalHeader()->logicalIndex(column));
+            texts << cell.data(Qt::AccessibleTextRole).toString();
+        }
+        lines << texts.join(u'\t');
+    }
+    return lines.join(u'\n');
 }
 
 void TextTable::keyPressEvent(QKeyEvent *event)

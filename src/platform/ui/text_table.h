@@ -5,7 +5,7 @@
 /// What the grids have in common: a read-only table of texts whose rows are as high as the font needs and
 /// whose columns are measured in twips. Ctrl+C copies the selected cells, or the current one, as lines with
 /// tabs (their Qt::AccessibleTextRole); the menu key and Shift+F10 ask for the context menu at the current
-/// cell. Tab leaves the table. A column outside throws RuntimeError 9.
+/// cell. Tab leaves the table. Columns count from 0 as they stand; one outside throws RuntimeError 9.
 class TextTable : public QTableView
 {
     Q_OBJECT

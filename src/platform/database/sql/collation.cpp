@@ -71,6 +71,25 @@ int compareTexts(const QString &left, const QString &right)
     return compare(left.toUtf8(), right.toUtf8());
 }
 
+QByteArray sortKey(const QString &text)
+{
+    QStringView trimmed = text;
+    while (trimmed.endsWith(u' '))
+        trimmed.chop(1);
+    QByteArray key(3 * trimmed.size() + 16, Qt::Uninitialized);
+    const auto fill = [&] {
+        return ucol_getSortKey(arabic(), trimmed.utf16(), int(trimmed.size()),
+                               reinterpret_cast<uint8_t *>(key.data()), int(key.size()));
+    };
+    int size = fill();
+    if (size > key.size()) {
+        key.resize(size);
+        size = fill();
+    }
+    key.resize(size);
+    return key;
+}
+
 void registerCollation(sqlite3 *handle)
 {
     arabic(); // fails here if at all: the engine's call can't

@@ -12,6 +12,10 @@ namespace sql
 /// @throws RuntimeError when ICU has no order for Arabic.
 int compareTexts(const QString &left, const QString &right);
 
+/// Bytes whose order is that of the texts; equal for texts that compare equal.
+/// @throws RuntimeError as compareTexts()
+QByteArray sortKey(const QString &text);
+
 /// Makes the order known to an engine handle under the name `arabic`. @throws RuntimeError as compareTexts()
 void registerCollation(sqlite3 *handle);
 
