@@ -252,6 +252,14 @@ void MemberSelection::clearShares()
         share->clear();
 }
 
+void MemberSelection::showShares(const QString &caption)
+{
+    for (int i = 0; i < count(); ++i) {
+        if (isTicked(i))
+            m_shares[size_t(i)]->setText(caption);
+    }
+}
+
 void MemberSelection::tickGroup(int button)
 {
     clearTicks();

@@ -51,6 +51,8 @@ public:
     void tickAll();
     void clearTicks();
     void clearShares();
+    /// Shows one caption at each ticked member; the captions of the others stay.
+    void showShares(const QString &caption);
     /// Ticks the valid members of a button's group and nobody else. Other names are left alone, equal ones
     /// are all ticked.
     void tickGroup(int button);

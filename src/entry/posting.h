@@ -10,8 +10,8 @@
 
 /// One validated entry, as it is posted.
 struct Entry {
-    bool isRevenue = true; ///< money in for the members; an expense otherwise
-    Money total;           ///< set by the posting
+    bool isRevenue = true; ///< money in for the members; set by the posting, as the total is
+    Money total;
     QDateTime date;
     QString note; ///< as typed, lines parted by CR LF
     QString paymentDetail;
@@ -35,6 +35,12 @@ void appendLedgerRow(Recordset &ledger, const Entry &entry, qint32 number, const
 /// @throws RuntimeError whatever fails; the roll-back is left to the caller.
 void postRevenue(Entry entry, const QString &amountText, const QStringList &members,
                  const std::function<Money(const QString &member)> &shareOf);
+
+/// Posts an expense in one store transaction: the same rows with an equal share for each of the members, the
+/// total divided by their number, half to even at the fourth decimal. What fails once the transaction has
+/// begun takes the failure path here. Overwrites the same scratch values.
+/// @throws RuntimeError when the transaction can't begin or can't be rolled back.
+void postExpense(Entry entry, const QString &amountText, const QStringList &members);
 
 /// Runs an entry command under the failure path of a posting: roll back, tell so, tell the failure's number
 /// and description.

@@ -11,6 +11,13 @@ namespace
 
 const auto amountPattern = u"#,###,##0.00"_s;
 
+double quotient(Money amount, int members)
+{
+    if (members == 0)
+        throw runtime_errors::divisionByZero();
+    return amount.toDouble() / members;
+}
+
 } // namespace
 
 IslamicDivision divideIslamically(double amount, const HeirCounts &heirs)
@@ -47,9 +54,12 @@ std::optional<Money> islamicShare(qint32 relation, const IslamicDivision &divisi
 
 Money equalShare(Money amount, int members)
 {
-    if (members == 0)
-        throw runtime_errors::divisionByZero();
-    return toMoney(amount.toDouble() / members);
+    return toMoney(quotient(amount, members));
+}
+
+Money wholeShare(Money amount, int members)
+{
+    return toMoney(roundHalfEven(quotient(amount, members)));
 }
 
 Money enteredAmount(const QString &amountText)

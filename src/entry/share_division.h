@@ -39,6 +39,10 @@ std::optional<Money> islamicShare(qint32 relation, const IslamicDivision &divisi
 /// @throws RuntimeError 11 when `members` is 0.
 Money equalShare(Money amount, int members);
 
+/// The same to a whole number of units, half to even.
+/// @throws RuntimeError 11 when `members` is 0, 6 when the result leaves the money range.
+Money wholeShare(Money amount, int members);
+
 /// The full money reading of an amount's text, 0 for a text that is not numeric.
 Money enteredAmount(const QString &amountText);
 

@@ -1,6 +1,8 @@
 #include "shell/openers.h"
 
+#include "browser/frmUniversalGrid.h"
 #include "core/navigation.h"
+#include "entry/frmExpense.h"
 #include "entry/frmRevenue.h"
 #include "family/frmMembers.h"
 #include "platform/ui/screen.h"
@@ -10,5 +12,7 @@ void installOpeners()
 {
     navigation.showMembers = [] { theScreen<frmMembers>().showModeless(); };
     navigation.showChanges = [] { theScreen<frmChanges>().showModeless(); };
+    navigation.newBrowser = [] { return new frmUniversalGrid; };
+    navigation.showExpense = [] { (new frmExpense)->showModal(); };
     navigation.showRevenue = [] { (new frmRevenue)->showModal(); };
 }

@@ -1,4 +1,4 @@
-#include "entry/revenue_fixture.h"
+#include "entry/entry_fixture.h"
 
 TEST_F(RevenueTest, ShowsAndPostsTheIslamicShares)
 {

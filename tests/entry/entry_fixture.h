@@ -1,5 +1,6 @@
 #pragma once
 
+#include "entry/frmExpense.h"
 #include "entry/frmRevenue.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
@@ -11,6 +12,8 @@
 #include <QtGui/QScreen>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
+
+#include <array>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,11 +27,14 @@ inline const Family oneWife{
 inline const Family twoWives{{u"A wife"_s, 1, 2}, {u"B wife"_s, 1, 2}, {u"C son"_s}, {u"D girl"_s, 3, 2}};
 inline const Family noWife{{u"A son"_s}, {u"B girl"_s, 3, 2}};
 
-/// The revenue screen over a store with a family, at 10:20:30 on 15 March 2004.
-class RevenueTest : public StoreFixture
+/// An entry screen over a store with a family, at 10:20:30 on 15 March 2004.
+template <typename EntryClass>
+class EntryTest : public StoreFixture
 {
 protected:
-    RevenueTest()
+    /// The boxes by their names on the screen: amount, note, payment detail.
+    using Boxes = std::array<const char *, 3>;
+    explicit EntryTest(const Boxes &names) : boxes(names)
     {
         setClock([] { return makeDate(2004, 3, 15, 10, 20, 30); });
     }
@@ -45,14 +51,15 @@ protected:
     {
         open(family);
         click(screen, "cmdAll");
-        fill(screen, "txtAmount", u"1000"_s);
+        fill(screen, boxes[0], u"1000"_s);
     }
 
     /// The captions of an array's elements in their order.
     QStringList captions(const QString &array = u"LBLShare"_s) const
     {
         QStringList texts;
-        while (const auto *label = screen.findChild<QLabel *>(array + u'_' + QString::number(texts.size())))
+        while (const auto *label =
+                   screen.template findChild<QLabel *>(array + u'_' + QString::number(texts.size())))
             texts << label->text();
         return texts;
     }
@@ -60,7 +67,8 @@ protected:
     QString ticks() const
     {
         QString marks;
-        while (const auto *box = screen.findChild<QCheckBox *>(u"Check1_"_s + QString::number(marks.size())))
+        while (const auto *box =
+                   screen.template findChild<QCheckBox *>(u"Check1_"_s + QString::number(marks.size())))
             marks += box->isChecked() ? u'x' : u'-';
         return marks;
     }
@@ -79,10 +87,10 @@ protected:
     void fail(const QString &failure)
     {
         click(screen, "cmdEntry");
-        const QStringList boxes = told();
-        EXPECT_EQ(boxes.mid(0, 2),
+        const QStringList messages = told();
+        EXPECT_EQ(messages.mid(0, 2),
                   QStringList({engine.textAreYouSure, u"transaction aborted..  حصل خطأ وألغيت العمليه"_s}));
-        EXPECT_TRUE(boxes.last().startsWith(failure)) << boxes.last().toStdString();
+        EXPECT_TRUE(messages.last().startsWith(failure)) << messages.last().toStdString();
     }
 
     /// The last number, the rows of general and the rows of ledger.
@@ -93,8 +101,48 @@ protected:
             .value(0);
     }
 
+    /// Each box with each hostile text in it, paid by check: all commands post what the boxes show or leave
+    /// nothing.
+    void postHostileTexts()
+    {
+        click(screen, "Option1_1");
+        const auto dump = [] {
+            return dumpOf(engine.dbConnection, {u"settings"_s, u"general"_s, u"ledger"_s});
+        };
+        for (const char *box : boxes) {
+            const bool isAmount = box == boxes[0];
+            for (const QString &text : hostileTexts() + (isAmount ? hostileAmounts() : QStringList())) {
+                SCOPED_TRACE(std::string(box) + ' ' + text.left(20).toStdString());
+                fill(screen, boxes[0], u"8"_s);
+                fill(screen, boxes[1], u"rent"_s);
+                fill(screen, boxes[2], u"no. 7"_s);
+                paste(screen, box, text);
+                const QString typed =
+                    QString::fromUtf8(textOf(screen, box).replace(u'\n', u"\r\n"_s).toUtf8());
+                const QStringList before = dump();
+                told();
+                for (const char *command : {"cmdDivide", "cmdReDivide", "cmdEntry"})
+                    std::ignore = processEnded(1, [&] { click(screen, command); });
+                if (isAmount)
+                    std::ignore = processEnded(1, [&] { typeText(screen, box, u"\n"_s); });
+                EXPECT_FALSE(engine.dbConnection->inTransaction() || dialogs.told.isEmpty());
+                const bool posted = told().contains(success);
+                EXPECT_EQ(dump().size(), before.size() + (posted ? 1 + ticks().count(u'x') : 0));
+                EXPECT_EQ(dump() == before, !posted);
+                EXPECT_TRUE(!posted || isAmount || dump().join(u' ').contains(typed));
+            }
+        }
+    }
+
+    const Boxes boxes;
     Agreeing dialogs;
-    frmRevenue screen;
+    EntryClass screen;
+};
+
+class RevenueTest : public EntryTest<frmRevenue>
+{
+protected:
+    RevenueTest() : EntryTest({"txtAmount", "txtNote", "txtRevenueDetail"}) {}
 };
 
 class Languages : public RevenueTest, public testing::WithParamInterface<bool>
