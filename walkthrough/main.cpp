@@ -45,17 +45,17 @@ bool checkLedger(const QString &path, const Story &story, QTextStream &out)
     const ConnectionPtr connection = Connection::create();
     connection->open(connectionStringOf(path, u"romanqvlt"_s));
     const RecordsetPtr rows = Recordset::create();
-    rows->open(u"select name,amount,totalamount,transactionid from ledger order by name"_s, connection,
-               CursorType::Static);
+    rows->open(u"select name,amount,totalamount,transactionid from ledger order by transactionid,name"_s,
+               connection, CursorType::Static);
     out << story.name << Qt::endl;
-    bool good = rows->recordCount() == static_cast<int>(story.shares.size());
+    bool good = rows->recordCount() == static_cast<int>(story.ledger.size());
     for (int row = 0; !rows->eof(); rows->moveNext(), ++row) {
+        const qint32 transaction = rows->value(u"transactionid"_s).toInt();
         const QString name = rows->value(u"name"_s).toText();
         const QString amount = rows->value(u"amount"_s).toText();
-        out << "  transaction " << rows->value(u"transactionid"_s).toText() << "  " << amount << " of "
+        out << "  transaction " << transaction << "  " << amount << " of "
             << rows->value(u"totalamount"_s).toText() << "  " << name << Qt::endl;
-        good = good && story.shares[static_cast<std::size_t>(row)].name == name &&
-               story.shares[static_cast<std::size_t>(row)].amount == amount;
+        good = good && story.ledger[static_cast<std::size_t>(row)] == LedgerRow{transaction, name, amount};
     }
     if (!good)
         out << "  these are not the rows that the story must leave" << Qt::endl;
@@ -78,7 +78,11 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playFirstUser(player, story);
     player.play();
     runProgram();
-    playRevenue(player, story, lastly);
+    playLogin(player, story);
+    playFamily(player, story);
+    playRevenue(player, story);
+    playExpense(player, story);
+    playEnd(player, lastly);
     player.play();
     runProgram();
 

@@ -49,10 +49,14 @@ std::vector<Story> stories()
                    {u"صالح"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"21/11/1984"_s, u"2"_s},
                    {u"مريم"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"30/01/1990"_s, u"2"_s}},
         .revenue = u"1000"_s,
-        .shares = {{u"أحمد"_s, u"350"_s},
-                   {u"صالح"_s, u"350"_s},
-                   {u"فاطمة"_s, u"125"_s},
-                   {u"مريم"_s, u"175"_s}},
+        .expense = u"100"_s,
+        .ledger = {{1, u"أحمد"_s, u"350"_s},
+                   {1, u"صالح"_s, u"350"_s},
+                   {1, u"فاطمة"_s, u"125"_s},
+                   {1, u"مريم"_s, u"175"_s},
+                   {2, u"أحمد"_s, u"33.3333"_s},
+                   {2, u"صالح"_s, u"33.3333"_s},
+                   {2, u"فاطمة"_s, u"33.3333"_s}},
     };
     const Story arabicSecond{
         .name = u"arabic-2"_s,
@@ -63,10 +67,14 @@ std::vector<Story> stories()
                    {u"خالد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"08/05/1979"_s, u"2"_s},
                    {u"سارة"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"19/12/1987"_s, u"2"_s}},
         .revenue = u"1001.50"_s,
-        .shares = {{u"حصة"_s, u"62"_s},
-                   {u"خالد"_s, u"584.2084"_s},
-                   {u"سارة"_s, u"292.1042"_s},
-                   {u"نورة"_s, u"62"_s}},
+        .expense = u"200"_s,
+        .ledger = {{1, u"حصة"_s, u"62"_s},
+                   {1, u"خالد"_s, u"584.2084"_s},
+                   {1, u"سارة"_s, u"292.1042"_s},
+                   {1, u"نورة"_s, u"62"_s},
+                   {2, u"حصة"_s, u"66.6667"_s},
+                   {2, u"خالد"_s, u"66.6667"_s},
+                   {2, u"سارة"_s, u"66.6667"_s}},
     };
     const Story englishFirst{
         .name = u"english-1"_s,
@@ -77,10 +85,14 @@ std::vector<Story> stories()
                    {u"Salih"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"21/11/1984"_s, u"2"_s},
                    {u"Maryam"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"30/01/1990"_s, u"2"_s}},
         .revenue = u"1000"_s,
-        .shares = {{u"Ahmad"_s, u"350"_s},
-                   {u"Fatima"_s, u"125"_s},
-                   {u"Maryam"_s, u"175"_s},
-                   {u"Salih"_s, u"350"_s}},
+        .expense = u"100"_s,
+        .ledger = {{1, u"Ahmad"_s, u"350"_s},
+                   {1, u"Fatima"_s, u"125"_s},
+                   {1, u"Maryam"_s, u"175"_s},
+                   {1, u"Salih"_s, u"350"_s},
+                   {2, u"Ahmad"_s, u"33.3333"_s},
+                   {2, u"Fatima"_s, u"33.3333"_s},
+                   {2, u"Maryam"_s, u"33.3333"_s}},
     };
     const Story englishSecond{
         .name = u"english-2"_s,
@@ -91,10 +103,14 @@ std::vector<Story> stories()
                    {u"Khalid"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"08/05/1979"_s, u"2"_s},
                    {u"Sara"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"19/12/1987"_s, u"2"_s}},
         .revenue = u"1001.50"_s,
-        .shares = {{u"Hissa"_s, u"62"_s},
-                   {u"Khalid"_s, u"584.2084"_s},
-                   {u"Noura"_s, u"62"_s},
-                   {u"Sara"_s, u"292.1042"_s}},
+        .expense = u"200"_s,
+        .ledger = {{1, u"Hissa"_s, u"62"_s},
+                   {1, u"Khalid"_s, u"584.2084"_s},
+                   {1, u"Noura"_s, u"62"_s},
+                   {1, u"Sara"_s, u"292.1042"_s},
+                   {2, u"Hissa"_s, u"66.6667"_s},
+                   {2, u"Khalid"_s, u"66.6667"_s},
+                   {2, u"Noura"_s, u"66.6667"_s}},
     };
     return {arabicFirst, arabicSecond, englishFirst, englishSecond};
 }
@@ -125,7 +141,7 @@ void playFirstUser(Player &player, const Story &story)
     player.on(u"frmMain"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
 }
 
-void playRevenue(Player &player, const Story &story, const std::function<void()> &lastly)
+void playLogin(Player &player, const Story &story)
 {
     const QString name = story.name;
     player.on(u"frmLogin"_s, [&player, name](Screen &screen) {
@@ -133,6 +149,11 @@ void playRevenue(Player &player, const Story &story, const std::function<void()>
         player.picture(screen, name + u"-frmLogin"_s);
         hand::click(screen, "cmdOK");
     });
+}
+
+void playFamily(Player &player, const Story &story)
+{
+    const QString name = story.name;
     player.on(u"frmMain"_s, [&player, name](Screen &screen) {
         player.picture(screen, name + u"-frmMain"_s);
         hand::click(screen, "Command3");
@@ -152,6 +173,10 @@ void playRevenue(Player &player, const Story &story, const std::function<void()>
         hand::click(screen, "cmdClose");
     });
     player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command9"); });
+}
+
+void playRevenue(Player &player, const Story &story)
+{
     player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command2"); });
     player.on(u"frmRevenue"_s, [&player, story](Screen &screen) {
         hand::fill(screen, "txtAmount", story.revenue);
@@ -164,6 +189,28 @@ void playRevenue(Player &player, const Story &story, const std::function<void()>
     player.acceptMessage(question(story));
     player.acceptMessage(u"Successful Entry"_s);
     player.on(u"frmRevenue"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
+}
+
+void playExpense(Player &player, const Story &story)
+{
+    player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command1"); });
+    player.on(u"frmExpense"_s, [&player, story](Screen &screen) {
+        hand::fill(screen, "Text1", story.expense);
+        hand::choose(screen, "ComboGType", story.arabic ? u"كهرباء"_s : u"Electricity"_s);
+        hand::click(screen, "cmdAll");
+        hand::click(screen, "Check1_3");
+        hand::pressKey(hand::reach(screen, "Text1"), Qt::Key_Return);
+        hand::fill(screen, "Text2", story.arabic ? u"فاتورة الكهرباء"_s : u"The electricity bill"_s);
+        player.picture(screen, story.name + u"-frmExpense"_s);
+        hand::click(screen, "cmdEntry");
+    });
+    player.acceptMessage(question(story));
+    player.acceptMessage(u"Successful Entry"_s);
+    player.on(u"frmExpense"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
+}
+
+void playEnd(Player &player, const std::function<void()> &lastly)
+{
     player.on(u"frmMain"_s, [lastly](Screen &screen) {
         if (lastly)
             lastly();

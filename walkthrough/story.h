@@ -2,6 +2,7 @@
 
 #include <QtCore/QString>
 
+#include <functional>
 #include <vector>
 
 class Player;
@@ -17,19 +18,23 @@ struct Person {
 };
 
 /// A ledger row that the story must leave.
-struct ExpectedShare {
+struct LedgerRow {
+    int transaction;
     QString name;
     QString amount;
+
+    bool operator==(const LedgerRow &) const = default;
 };
 
-/// One family's first revenue, in one language.
+/// One family's first revenue and first expense, in one language.
 struct Story {
     QString name; ///< of the folder that the store lies in
     bool arabic = true;
     QString deceased;
     std::vector<Person> family;
     QString revenue;
-    std::vector<ExpectedShare> shares; ///< in the order of the ledger
+    QString expense;               ///< among all members but the last one by name
+    std::vector<LedgerRow> ledger; ///< by transaction and name
 };
 
 /// The four stories: two families, each in Arabic and in English.
@@ -39,5 +44,13 @@ std::vector<Story> stories();
 void playFirstStart(Player &player);
 /// Plays the start on the empty store: a first user is made, the language chosen.
 void playFirstUser(Player &player, const Story &story);
-/// Plays the login, the register and the revenue. `lastly` is called on the main screen before it closes.
-void playRevenue(Player &player, const Story &story, const std::function<void()> &lastly);
+
+// What follows is played in one start, in this order; each but the first begins and ends on the main screen.
+
+void playLogin(Player &player, const Story &story);
+/// The deceased's name and the register.
+void playFamily(Player &player, const Story &story);
+void playRevenue(Player &player, const Story &story);
+void playExpense(Player &player, const Story &story);
+/// Closes the main screen; `lastly` is called on it before.
+void playEnd(Player &player, const std::function<void()> &lastly);

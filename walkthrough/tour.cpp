@@ -1,6 +1,7 @@
 #include "tour.h"
 
 #include "core/engine.h"
+#include "entry/frmExpense.h"
 #include "entry/frmRevenue.h"
 #include "family/frmMembers.h"
 #include "platform/ui/application.h"
@@ -80,6 +81,7 @@ void takeTour(const QString &folder)
         pictureOf<frmNewUser>(folder, suffix);
         pictureOf<frmChanges>(folder, suffix);
         pictureOf<frmMembers>(folder, suffix);
+        pictureOf<frmExpense>(folder, suffix);
         pictureOf<frmRevenue>(folder, suffix);
     }
     engine = before;
