@@ -113,13 +113,21 @@ sql::Parameter Run::column(int index) const
     }
 }
 
-QByteArray Run::text(int index) const
+std::optional<qint64> Run::integer(int index) const
 {
-    sqlite3_stmt *statement = m_owner.m_statement.get();
-    if (sqlite3_column_type(statement, index) != SQLITE_TEXT)
+    sqlite3_value *value = sqlite3_column_value(m_owner.m_statement.get(), index);
+    if (sqlite3_value_type(value) != SQLITE_INTEGER)
+        return std::nullopt;
+    return sqlite3_value_int64(value);
+}
+
+QByteArrayView Run::text(int index) const
+{
+    sqlite3_value *value = sqlite3_column_value(m_owner.m_statement.get(), index);
+    if (sqlite3_value_type(value) != SQLITE_TEXT)
         return {};
-    const void *bytes = sqlite3_column_text(statement, index);
-    return QByteArray::fromRawData(static_cast<const char *>(bytes), sqlite3_column_bytes(statement, index));
+    const void *bytes = sqlite3_value_text(value); // before the count of its bytes
+    return {static_cast<const char *>(bytes), sqlite3_value_bytes(value)};
 }
 
 // --- Engine
@@ -132,10 +140,10 @@ void Engine::Close::operator()(sqlite3 *handle) const noexcept
 Engine::Engine(const QString &path, Access access)
 {
     QByteArray name = QFile::encodeName(path);
-    int flags = SQLITE_OPEN_READWRITE;
+    int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX; // the program has one thread
     if (access == Access::Still) {
         name = "file:" + name.toPercentEncoding("/") + "?immutable=1";
-        flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+        flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI;
     }
     sqlite3 *handle = nullptr;
     const int result = sqlite3_open_v2(name.constData(), &handle, flags, nullptr);

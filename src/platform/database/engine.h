@@ -7,6 +7,7 @@
 #include <QtCore/QString>
 
 #include <memory>
+#include <optional>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -46,8 +47,10 @@ public:
     bool next();
     /// A column of the current row.
     sql::Parameter column(int index) const;
-    /// A column that is a text: its UTF-8 bytes, valid until next(), without a copy. Null for other kinds.
-    QByteArray text(int index) const;
+    /// A column that is an integer; nothing for other kinds.
+    std::optional<qint64> integer(int index) const;
+    /// A column that is a text: its UTF-8 bytes, valid until next(). Null for other kinds.
+    QByteArrayView text(int index) const;
 
 private:
     Statement &m_owner;

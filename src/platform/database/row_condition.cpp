@@ -44,18 +44,18 @@ bool fulfils(RowCondition::Comparison comparison, int order)
     }
 }
 
-// Both values are of the field's type and not Null; texts are compared elsewhere.
-int compareValues(const Value &cell, const Value &value)
+/// A date, money or Boolean as rows hold it; 0 for other kinds.
+qint64 heldNumber(const Value &value)
 {
-    switch (cell.kind()) {
+    switch (value.kind()) {
     case Value::Kind::Money:
-        return order(cell.toMoneyValue(), value.toMoneyValue());
+        return value.toMoneyValue().tenThousandths();
     case Value::Kind::Date:
-        return order(cell.toDate(), value.toDate());
+        return value.toDate().toSecsSinceEpoch();
     case Value::Kind::Boolean:
-        return order(value.toBool(), cell.toBool()); // True is -1
+        return value.toBool() ? -1 : 0;
     default:
-        return order(cell.toDouble(), value.toDouble());
+        return 0;
     }
 }
 
@@ -171,6 +171,7 @@ private:
         node.clause.field = field();
         node.clause.comparison = comparison();
         node.clause.value = value(m_fields[std::size_t(node.clause.field)].type, node.clause.comparison);
+        node.clause.number = heldNumber(node.clause.value);
         return node;
     }
 
@@ -296,7 +297,7 @@ bool RowCondition::matches(const Rows &rows, int row) const
     return holds(m_root, rows, row);
 }
 
-bool RowCondition::holds(const Node &node, const Rows &rows, int row) const
+bool RowCondition::holds(const Node &node, const Rows &rows, int row)
 {
     const auto holdsPart = [&](const Node &part) { return holds(part, rows, row); };
     switch (node.kind) {
@@ -310,24 +311,30 @@ bool RowCondition::holds(const Node &node, const Rows &rows, int row) const
     Q_UNREACHABLE();
 }
 
-bool RowCondition::holds(const Clause &clause, const Rows &rows, int row) const
+bool RowCondition::holds(const Clause &clause, const Rows &rows, int row)
 {
-    const bool isText = rows.fields()[std::size_t(clause.field)].type == FieldType::Text;
-    const int text = isText ? rows.textIndex(row, clause.field) : -1;
-    const Value cell = isText ? Value() : rows.value(row, clause.field);
-    const bool isNull = isText ? text < 0 : cell.isNull();
-    if (clause.value.isNull())
+    const bool isNull = rows.isNull(row, clause.field);
+    const qint64 held = rows.number(row, clause.field);
+    switch (clause.value.kind()) {
+    case Value::Kind::Null:
         return isNull == (clause.comparison == Comparison::Equal);
-    if (isNull)
-        return false;
-    if (!isText)
-        return fulfils(clause.comparison, compareValues(cell, clause.value));
+    case Value::Kind::Text:
+        return !isNull && holdsText(clause, rows, int(held));
+    case Value::Kind::Double:
+        return !isNull &&
+               fulfils(clause.comparison, order(rows.real(row, clause.field), clause.value.toDouble()));
+    default:
+        return !isNull && fulfils(clause.comparison, order(held, clause.number));
+    }
+}
+
+bool RowCondition::holdsText(const Clause &clause, const Rows &rows, int text)
+{
     if (clause.outcomes.size() <= std::size_t(text))
-        clause.outcomes.resize(rows.texts().size());
+        clause.outcomes.resize(std::size_t(rows.texts().count()));
     signed char &outcome = clause.outcomes[std::size_t(text)];
     if (outcome == 0)
-        outcome =
-            textFulfils(rows.texts()[std::size_t(text)], clause.comparison, clause.value.toText()) ? 1 : -1;
+        outcome = textFulfils(rows.texts().text(text), clause.comparison, clause.value.toText()) ? 1 : -1;
     return outcome > 0;
 }
 

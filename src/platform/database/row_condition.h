@@ -33,8 +33,9 @@ private:
     struct Clause {
         int field = 0;
         Comparison comparison = Comparison::Equal;
-        Value value; ///< of the kind that the field's values have
-        /// Texts: the outcome by the text's index in its set, 0 while it is not known.
+        Value value;       ///< of the kind that the field's values have; a double for every plain number
+        qint64 number = 0; ///< the same as rows hold it, unless it is a double or a text
+        /// Texts: the outcome by the text's number in its set, 0 while it is not known.
         mutable std::vector<signed char> outcomes;
     };
     struct Node {
@@ -42,8 +43,9 @@ private:
         std::vector<Node> parts; ///< of All and Any
         Clause clause;           ///< of One
     };
-    bool holds(const Node &node, const Rows &rows, int row) const;
-    bool holds(const Clause &clause, const Rows &rows, int row) const;
+    static bool holds(const Node &node, const Rows &rows, int row);
+    static bool holds(const Clause &clause, const Rows &rows, int row);
+    static bool holdsText(const Clause &clause, const Rows &rows, int text);
 
     Node m_root;
 };

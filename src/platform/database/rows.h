@@ -2,20 +2,18 @@
 
 #include "platform/database/engine.h"
 #include "platform/database/field.h"
+#include "platform/database/text_pool.h"
 #include "platform/runtime/value.h"
-
-#include <QtCore/QHash>
 
 #include <functional>
 #include <optional>
-#include <variant>
 #include <vector>
 
 namespace database
 {
 
-/// The rows of a result set, held by column: numbers as numbers, dates as seconds, texts as indexes into one
-/// list of the set's texts. Rows and columns count from 0.
+/// The rows of a result set, held by column: numbers as numbers, dates as seconds, texts as numbers in one
+/// pool of the set's texts. Rows and columns count from 0.
 class Rows
 {
 public:
@@ -31,12 +29,18 @@ public:
     std::optional<qint64> rowid(int row) const;
 
     Value value(int row, int column) const;
-    /// The number in a field that is no text and no double: money in ten-thousandths, a date in seconds since
-    /// 1970, a Boolean as -1 or 0. None for Null.
-    std::optional<qint64> number(int row, int column) const;
-    /// The index of a text among texts(); -1 for Null. Equal texts of rows that were read have one index.
-    int textIndex(int row, int column) const;
-    const std::vector<QString> &texts() const noexcept { return m_texts; }
+    bool isNull(int row, int column) const { return m_columns[std::size_t(column)].isNull(std::size_t(row)); }
+    /// The number in a field that is no text and not Null: a money in ten-thousandths, a date in seconds
+    /// since 1970, a Boolean as -1 or 0; of a double its bits.
+    qint64 number(int row, int column) const { return m_columns[std::size_t(column)].cell(std::size_t(row)); }
+    /// A long, byte or double that is not Null.
+    double real(int row, int column) const;
+    /// The number of a text among texts(); -1 for Null.
+    int textNumber(int row, int column) const
+    {
+        return m_columns[std::size_t(column)].narrow[std::size_t(row)];
+    }
+    const TextPool &texts() const noexcept { return m_texts; }
 
     /// A value of the field's own type, or Null.
     void setValue(int row, int column, const Value &value);
@@ -44,33 +48,31 @@ public:
     int append(qint64 rowid);
 
 private:
-    using Narrow = std::vector<qint32>; // long, byte, boolean; of a text its index + 1, 0 for Null
-    using Wide = std::vector<qint64>;   // money, date in seconds
-    using Real = std::vector<double>;
+    /// Each cell is one integer. All cells of a column are in one of the two lists.
     struct Column {
-        std::variant<Narrow, Wide, Real> cells;
-        std::vector<bool> nulls; ///< empty while no cell is Null; never used for a text
+        bool isWide = false;
+        std::vector<qint32> narrow; ///< long, byte, boolean, and a text's number, -1 for Null
+        std::vector<qint64> wide;   ///< money, a date's seconds, a double's bits
+        std::vector<bool> nulls;    ///< empty while no cell is Null
+
+        bool isNull(std::size_t row) const { return !nulls.empty() && nulls[row]; }
+        qint64 cell(std::size_t row) const { return isWide ? wide[row] : narrow[row]; }
+        void append(qint64 cell);
+        void set(std::size_t row, qint64 cell, bool null = false);
     };
-    /// What reading has met: the cell of every text by its bytes in the store, and each column's last text or
-    /// date.
-    struct Known {
-        struct Last {
-            QByteArray bytes;
-            qint64 cell = 0;
-        };
-        QHash<QByteArray, qint64> texts;
-        std::vector<Last> lasts;
+    /// A date's text in the store and what it is; of each column the last one that was read.
+    struct KnownDate {
+        QByteArray text;
+        qint64 seconds = 0;
     };
 
-    void appendCell(int column, Run &run, Known &known);
-    void appendZero(int column);
-    void setNull(int column, int row, bool null);
-    qint64 cell(int column, int row) const;
-    void setCell(int column, int row, qint64 cell);
+    void appendCell(int column, const Run &run, KnownDate &known);
+    std::optional<qint64> plainCell(int column, const Run &run, KnownDate &known);
+    qint64 textCell(const Column &column, QByteArrayView text);
 
     std::vector<FieldInfo> m_fields;
     std::vector<Column> m_columns;
-    std::vector<QString> m_texts;
+    TextPool m_texts;
     std::vector<qint64> m_rowids;
     bool m_withRowids;
     int m_count = 0;

@@ -28,15 +28,16 @@ Value RowsShown::value(int row, int field) const
 QStringList RowsShown::distinctTexts(int field, int first, int count, std::vector<bool> &met) const
 {
     QStringList result;
-    if (met.size() < m_rows->texts().size())
-        met.resize(m_rows->texts().size());
+    const database::TextPool &texts = m_rows->texts();
+    if (met.size() < std::size_t(texts.count()))
+        met.resize(std::size_t(texts.count()));
     const int end = first + std::min(count, m_count - first);
     for (int row = first; row < end; ++row) {
-        const int text = m_rows->textIndex(rowAt(row), field);
+        const int text = m_rows->textNumber(rowAt(row), field);
         if (text < 0 || met[std::size_t(text)])
             continue;
         met[std::size_t(text)] = true;
-        result << m_rows->texts()[std::size_t(text)];
+        result << texts.text(text);
     }
     return result;
 }
@@ -46,8 +47,9 @@ void RowsShown::visitNumbers(int field, int first, int count,
 {
     const int end = first + std::min(count, m_count - first);
     for (int row = first; row < end; ++row) {
-        if (const auto number = m_rows->number(rowAt(row), field))
-            visit(row, *number);
+        const int held = rowAt(row);
+        if (!m_rows->isNull(held, field))
+            visit(row, m_rows->number(held, field));
     }
 }
 

@@ -51,25 +51,6 @@ int digitsAt(QByteArrayView text, qsizetype position, qsizetype count)
     return number;
 }
 
-std::optional<QDateTime> readStoredDate(QByteArrayView text)
-{
-    const bool timed = text.size() == 19;
-    if ((!timed && text.size() != 10) || text[4] != '-' || text[7] != '-')
-        return std::nullopt;
-    const QDate day(digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2));
-    if (!day.isValid())
-        return std::nullopt;
-    QTime time(0, 0);
-    if (timed) {
-        if (text[10] != ' ' || text[13] != ':' || text[16] != ':')
-            return std::nullopt;
-        time = QTime(digitsAt(text, 11, 2), digitsAt(text, 14, 2), digitsAt(text, 17, 2));
-        if (!time.isValid())
-            return std::nullopt;
-    }
-    return QDateTime(day, time, Qt::UTC);
-}
-
 /// A stored value as it stands, whatever the field's type.
 Value plainValue(const Parameter &stored)
 {
@@ -161,6 +142,26 @@ Parameter toStorage(const Value &value, FieldType type)
     Q_UNREACHABLE();
 }
 
+std::optional<qint64> storedSeconds(QByteArrayView text)
+{
+    const bool timed = text.size() == 19;
+    if ((!timed && text.size() != 10) || text[4] != '-' || text[7] != '-')
+        return std::nullopt;
+    const QDate day(digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2));
+    if (!day.isValid())
+        return std::nullopt;
+    QTime time(0, 0);
+    if (timed) {
+        if (text[10] != ' ' || text[13] != ':' || text[16] != ':')
+            return std::nullopt;
+        time = QTime(digitsAt(text, 11, 2), digitsAt(text, 14, 2), digitsAt(text, 17, 2));
+        if (!time.isValid())
+            return std::nullopt;
+    }
+    constexpr qint64 julianDayOf1970 = 2'440'588;
+    return (day.toJulianDay() - julianDayOf1970) * 86'400 + time.msecsSinceStartOfDay() / 1000;
+}
+
 Value fromStorage(const Parameter &stored, FieldType type)
 {
     if (std::holds_alternative<std::monostate>(stored))
@@ -188,8 +189,8 @@ Value fromStorage(const Parameter &stored, FieldType type)
         if (type == FieldType::Text)
             return QString::fromUtf8(*text);
         if (type == FieldType::Date) {
-            if (std::optional<QDateTime> date = readStoredDate(*text))
-                return *std::move(date);
+            if (const auto seconds = storedSeconds(*text))
+                return QDateTime::fromSecsSinceEpoch(*seconds, Qt::UTC);
         }
     } else if (type == FieldType::Double) {
         return std::get<double>(stored);

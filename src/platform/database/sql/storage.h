@@ -4,6 +4,8 @@
 #include "platform/database/sql/compiler.h"
 #include "platform/runtime/value.h"
 
+#include <optional>
+
 /// The one place that knows how values stand in the file.
 namespace sql
 {
@@ -21,6 +23,9 @@ bool textFits(const QString &text, int size);
 /// run-time's rules.
 /// @throws RuntimeError 13 when it can't be converted, 6 outside the type's range.
 Parameter toStorage(const Value &value, FieldType type);
+
+/// The seconds from 1970 to a date in the form in which a column stores it; nothing for any other text.
+std::optional<qint64> storedSeconds(QByteArrayView text);
 
 /// A stored value as a field of that type gives it. A stored value that is not of the type's own form
 /// (written by another tool) is converted if it can be; otherwise RuntimeError -2147217887.
