@@ -1,60 +1,53 @@
 #include "browser/filters.h"
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
 
-QString joined(const QStringList &pieces)
+QString joined(QStringList pieces)
 {
-    QStringList set = pieces;
-    set.removeAll(QString());
-    return set.join(u" and "_s);
+    pieces.removeAll(QString());
+    return pieces.join(u" and "_s);
 }
 
 } // namespace
 
-void Filters::choose(Valid choice)
+bool Filters::choose(Valid item)
 {
-    switch (choice) {
-    case Valid::Valid:
-        validFilter = u"(valid = true)"_s;
-        break;
-    case Valid::Invalid:
-        validFilter = u"(valid = false)"_s;
-        break;
-    case Valid::Both:
-        validFilter.clear();
-        break;
-    }
+    if (std::exchange(valid, item) == item)
+        return false;
+    validFilter = item == Valid::Both    ? QString()
+                  : item == Valid::Valid ? u"(valid = true)"_s
+                                         : u"(valid = false)"_s;
+    // Without a valid piece the side and the names are joined; the order is the same.
     combinedFilter = joined({validFilter, creditFilter, namesFilter});
+    return true;
 }
 
-void Filters::choose(Credit choice)
+bool Filters::choose(Credit item)
 {
-    switch (choice) {
-    case Credit::Revenues:
-        creditFilter = u"(creditordebit = true)"_s;
-        break;
-    case Credit::Expenses:
-        creditFilter = u"(creditordebit = false)"_s;
-        break;
-    case Credit::Both:
-        creditFilter.clear();
-        break;
-    }
+    if (std::exchange(credit, item) == item)
+        return false;
+    creditFilter = item == Credit::Both       ? QString()
+                   : item == Credit::Revenues ? u"(creditordebit = true)"_s
+                                              : u"(creditordebit = false)"_s;
     combinedFilter = joined({creditFilter, validFilter, namesFilter});
+    return true;
 }
 
-void Filters::choose(const QStringList &names)
+bool Filters::choose(const QStringList &names)
 {
-    if (names.isEmpty()) // the earlier choice stays in force: it is meant
-        return;
+    if (names.isEmpty()) // the earlier choice stays in force: that is meant
+        return false;
     QString clause;
     for (const QString &name : names)
-        clause += (clause.isEmpty() ? u""_s : u" or "_s) + u" name='"_s + name + u"' "_s;
+        clause += (clause.isEmpty() ? QString() : u" or "_s) + u" name='"_s + name + u"' "_s;
     namesFilter = u'(' + clause + u')';
     combinedFilter = joined({namesFilter, creditFilter, validFilter});
+    return true;
 }
 
 QString dateRangeStatement(const QString &browseTable, const QString &currentTable, const QString &from,

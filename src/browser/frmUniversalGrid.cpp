@@ -1,0 +1,416 @@
+#include "browser/frmUniversalGrid.h"
+
+#include "browser/grid_formatting.h"
+#include "core/engine.h"
+#include "platform/runtime/numbers.h"
+#include "platform/runtime/runtime_error.h"
+#include "platform/ui/application.h"
+#include "platform/ui/controls.h"
+#include "platform/ui/dialogs.h"
+#include "platform/ui/twips.h"
+#include "presentation/prepare_screen.h"
+#include "presentation/vocabulary.h"
+#include "store/archive_tables.h"
+#include "store/logical_tables.h"
+#include "ui_frmUniversalGrid.h"
+
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QScrollBar>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+constexpr int longWork = 2000;            // milliseconds, after which a work tells how far it is
+constexpr int columnDragDistance = 50;    // twips
+constexpr int listHeightWithoutList = 30; // twips
+
+void letGo(RecordsetPtr &rows)
+{
+    if (rows && rows->isOpen())
+        rows->close();
+    rows.reset();
+}
+
+} // namespace
+
+frmUniversalGrid::frmUniversalGrid()
+    : Screen(u"frmUniversalGrid"_s), m_ui(std::make_unique<Ui::frmUniversalGrid>())
+{
+    m_ui->setupUi(this);
+    m_mnuName << m_ui->mnuName_0;
+    m_ui->mnuPopup->actions().at(2)->setObjectName(u"xxxxsep"_s);
+    m_ui->mnuPopup->actions().at(4)->setObjectName(u"xxxsep"_s);
+    takeAsciiDigits(m_ui->txtNumber);
+    m_ui->FGrid->setColumnDragging(columnDragDistance);
+    QPalette colors = m_ui->FGrid->palette(); // a picked cell stays readable where the selection has left it
+    colors.setColor(QPalette::Highlight, QColor(176, 206, 240));
+    colors.setColor(QPalette::HighlightedText, Qt::black);
+    m_ui->FGrid->setPalette(colors);
+    connectCommands();
+}
+
+frmUniversalGrid::~frmUniversalGrid() = default;
+
+void frmUniversalGrid::connectCommands()
+{
+    const auto onMenu = [this](QAction *item, void (frmUniversalGrid::*command)()) {
+        connect(item, &QAction::triggered, this,
+                [this, command] { run([this, command] { (this->*command)(); }); });
+    };
+    const auto onButton = [this](QPushButton *button, void (frmUniversalGrid::*command)()) {
+        connect(button, &QPushButton::clicked, this,
+                [this, command] { run([this, command] { (this->*command)(); }); });
+    };
+    onMenu(m_ui->mnuValid, &frmUniversalGrid::mnuValid_Click);
+    onMenu(m_ui->mnuInValid, &frmUniversalGrid::mnuInValid_Click);
+    onMenu(m_ui->mnuBothValid, &frmUniversalGrid::mnuBothValid_Click);
+    onMenu(m_ui->mnuRevenues, &frmUniversalGrid::mnuRevenues_Click);
+    onMenu(m_ui->mnuExpenses, &frmUniversalGrid::mnuExpenses_Click);
+    onMenu(m_ui->mnuBothCreditOrDebit, &frmUniversalGrid::mnuBothCreditOrDebit_Click);
+    onMenu(m_ui->mnuAll, &frmUniversalGrid::mnuAll_Click);
+    onMenu(m_ui->mnuNone, &frmUniversalGrid::mnuNone_Click);
+    onMenu(m_ui->mnuSelect, &frmUniversalGrid::mnuSelect_Click);
+    onMenu(m_ui->mnuTotal, &frmUniversalGrid::mnuTotal_Click);
+    onMenu(m_ui->mnuTotals, &frmUniversalGrid::mnuTotals_Click);
+    onMenu(m_ui->mnuDetails, &frmUniversalGrid::mnuDetails_Click);
+    onMenu(m_ui->mnuFont, &frmUniversalGrid::mnuFont_Click);
+    onButton(m_ui->btnSearch, &frmUniversalGrid::btnSearch_Click);
+    onButton(m_ui->btnDateSelect, &frmUniversalGrid::btnDateSelect_Click);
+    onButton(m_ui->cmdRefresh, &frmUniversalGrid::cmdRefresh_Click);
+    connect(m_ui->cmdClose, &QPushButton::clicked, this, &frmUniversalGrid::cmdClose_Click);
+    connect(m_ui->mnuExit, &QAction::triggered, this, &frmUniversalGrid::mnuExit_Click);
+    connect(m_ui->txtNumber, &QLineEdit::returnPressed, this, [this] { run([this] { btnSearch_Click(); }); });
+    connect(m_ui->ArchivesList, &QComboBox::activated, this,
+            [this] { run([this] { ArchivesList_Click(); }); });
+    connect(m_ui->ArchivesList->lineEdit(), &QLineEdit::returnPressed, this, [this] {
+        if (m_ui->ArchivesList->findText(m_ui->ArchivesList->currentText()) < 0) // else it is picked
+            run([this] { ArchivesList_Click(); });
+    });
+    connect(m_ui->FGrid, &FlexGrid::reloaded, this, [this] { ++m_formatRun; });
+    connect(m_ui->FGrid, &FlexGrid::cellClicked, this,
+            [this](int row, int column) { run([&] { FGrid_Click(row, column); }); });
+    connect(m_ui->FGrid, &FlexGrid::cellDoubleClicked, this,
+            [this](int row, int column) { run([&] { FGrid_DblClick(row, column); }); });
+    connect(m_ui->FGrid, &FlexGrid::headingDoubleClicked, this,
+            [this](int column) { run([&] { FGrid_DblClick(0, column); }); });
+    connect(m_ui->FGrid, &FlexGrid::contextMenuWanted, this,
+            [this](int, int, const QPoint &position) { FGrid_MouseUp(position); });
+    connect(m_ui->DGrid, &DataGrid::focusLost, this, &frmUniversalGrid::DGrid_LostFocus);
+    connect(m_ui->DGrid, &DataGrid::changed, this, &frmUniversalGrid::DGrid_Change);
+}
+
+void frmUniversalGrid::run(const std::function<void()> &command)
+{
+    const InUse inUse(this);
+    if (!m_primary)
+        return;
+    try {
+        command();
+    } catch (const RuntimeError &failure) {
+        showMessage(failure.description(), MessageIcon::Critical);
+    }
+}
+
+// --- loading and closing
+
+void frmUniversalGrid::Form_Load()
+{
+    try {
+        loadRows();
+    } catch (const RuntimeError &failure) {
+        showMessage(failure.description(), MessageIcon::Critical);
+        unload();
+    }
+}
+
+void frmUniversalGrid::loadRows()
+{
+    m_ui->Text1->hide();
+    m_filters = {};
+    m_sortCol = m_sortType = 0;
+    m_cellPicked = m_rowChanged = false;
+    // Before any event is served: another command may set `browseTable` then, and the menus can be opened.
+    m_tableName = m_currentTable = engine.browseTable;
+    PrepareScreen(*this);
+    setModes();
+    setRange({}, {});
+    setCaption(translate(m_tableName));
+    showModeless(); // so that reading can tell how far it is, and the first rows show before the rest is
+                    // fitted
+    serveEvents();
+    if (!isLoaded())
+        return;
+
+    // No filter is set, although the valid rows are marked as chosen: that is meant.
+    bind(openRows(getstrsql(m_tableName, m_tableName)));
+    showMarks();
+    m_ui->FGrid->setHeadingBold(true);
+    fillArchivesList();
+    m_normalBackColor = m_ui->FGrid->palette().color(QPalette::Base);
+    ::setRightToLeft(m_ui->Text1, m_ui->FGrid->isRightToLeft());
+    buildNamesMenu();
+    showRows();
+}
+
+void frmUniversalGrid::Form_Unload()
+{
+    ++m_formatRun;
+    letGo(m_saved);
+    letGo(m_primary);
+    letGo(m_detail);
+}
+
+void frmUniversalGrid::cmdClose_Click()
+{
+    unload();
+}
+
+void frmUniversalGrid::mnuExit_Click()
+{
+    unload();
+}
+
+void frmUniversalGrid::setModes()
+{
+    const bool general = m_tableName == u"general"_s;
+    const bool ledger = m_tableName == u"ledger"_s;
+    const bool people = m_tableName == u"members"_s || m_tableName == u"users"_s; // no command opens them
+    m_ui->cmdAdd->setEnabled(general);
+    m_ui->cmdAdd->setVisible(general);
+    m_ui->mnuDelete->setEnabled(general);
+    m_ui->mnuDelete->setVisible(general);
+    m_ui->mnuModify->setEnabled(general);
+    m_ui->mnuDetails->setEnabled(general);
+    m_ui->mnuTotal->setEnabled(general || ledger);
+    m_ui->mnuDeletes->setEnabled(general || ledger || people);
+    m_ui->mnuCredit->setEnabled(general || ledger);
+    m_ui->mnuCredit->menuAction()->setVisible(m_tableName.contains(u"general"_s) ||
+                                              m_tableName.contains(u"ledger"_s));
+    m_ui->mnuArchiving->setEnabled(!people);
+    const bool names = m_tableName.contains(u"ledger"_s);
+    m_ui->mnuNames->menuAction()->setVisible(names);
+    m_ui->mnuNames->setEnabled(names);
+    m_ui->DGrid->hide();
+}
+
+void frmUniversalGrid::buildNamesMenu()
+{
+    while (m_mnuName.size() > 1)
+        delete m_mnuName.takeLast();
+    m_ui->mnuName_0->setChecked(false);
+    if (!m_tableName.contains(u"ledger"_s))
+        return;
+    engine.rsShared = Recordset::create();
+    engine.rsShared->open(u"select distinct name from members where valid=true "_s, engine.dbConnection);
+    for (int i = 0; !engine.rsShared->eof(); engine.rsShared->moveNext(), ++i) {
+        if (i == m_mnuName.size()) {
+            m_mnuName << m_ui->mnuSelection->addAction(QString());
+            m_mnuName.last()->setObjectName(u"mnuName_"_s + QString::number(i));
+            m_mnuName.last()->setCheckable(true);
+        }
+        m_mnuName[i]->setText(engine.rsShared->value(0).toText().replace(u'&', u"&&"_s));
+        m_mnuName[i]->setChecked(true);
+    }
+    engine.rsShared->close();
+}
+
+void frmUniversalGrid::fillArchivesList()
+{
+    FillArchivesList(m_tableName, m_ui->ArchivesList);
+    showArchivesList(m_ui->ArchivesList->count() > 1);
+}
+
+void frmUniversalGrid::showArchivesList(bool on)
+{
+    m_ui->ArchivesList->setEnabled(on);
+    m_ui->ArchivesList->setVisible(on);
+    m_listHeight = on ? twipsFromPixels(m_ui->ArchivesList->height()) : listHeightWithoutList;
+    placeGrid();
+}
+
+// --- the rows on show
+
+RecordsetPtr frmUniversalGrid::openRows(const QString &statement)
+{
+    engine.strSql = statement;
+    RecordsetPtr rows = Recordset::create();
+    rows->setCursorLocation(CursorLocation::Client);
+    watchReading(*rows);
+    rows->open(engine.strSql, engine.dbConnection, CursorType::Static, LockType::Optimistic);
+    return rows;
+}
+
+void frmUniversalGrid::watchReading(Recordset &rows)
+{
+    m_reading.start();
+    rows.setReadProgress([this](int read) {
+        if (m_reading.elapsed() < longWork)
+            return;
+        m_ui->Label1->setText((engine.isArabic ? u"قراءة السجلات : "_s : u"Reading rows : "_s) +
+                              QString::number(read));
+        m_ui->Label1->repaint();
+    });
+}
+
+void frmUniversalGrid::bind(const RecordsetPtr &rows)
+{
+    m_primary = rows;
+    m_ui->FGrid->setDataSource(rows);
+}
+
+bool frmUniversalGrid::showRows()
+{
+    // Headings and count first: fitting the columns serves events.
+    if (engine.isArabic)
+        FgridHeading(*m_ui->FGrid, *m_primary);
+    showCount();
+    return FormatFlexGrid();
+}
+
+bool frmUniversalGrid::FormatFlexGrid()
+{
+    const int run = ++m_formatRun;
+    const QString statusLine = m_ui->Label1->text();
+    QElapsedTimer fitting;
+    fitting.start();
+    m_totalWidth = setColumnFormats(*m_ui->FGrid, *m_primary);
+    placeGrid();
+    const auto total = fitColumns(*m_ui->FGrid, [&](int percent) {
+        if (fitting.elapsed() > longWork)
+            m_ui->Label1->setText((engine.isArabic ? u"تنسيق الأعمده : "_s : u"Fitting columns : "_s) +
+                                  QString::number(percent) + u" %"_s);
+        serveEvents();
+        return isLoaded() && run == m_formatRun;
+    });
+    if (!total)
+        return false;
+    m_ui->Label1->setText(statusLine);
+    m_totalWidth = *total;
+    placeGrid();
+    return true;
+}
+
+void frmUniversalGrid::showCount(const QString &arabicPrefix)
+{
+    m_ui->Label1->setText((engine.isArabic ? arabicPrefix : u"Totals : "_s) +
+                          QString::number(m_primary->recordCount()));
+}
+
+void frmUniversalGrid::GetTransactionId(int row)
+{
+    const int column = m_ui->FGrid->columnOf(u"transactionid"_s);
+    if (column >= 0)
+        m_currentTransaction = toLongInteger(m_ui->FGrid->textMatrix(row, column));
+}
+
+QString frmUniversalGrid::GridFieldValue(int row, const QString &fieldName) const
+{
+    for (int column = m_ui->FGrid->cols() - 1; column >= m_ui->FGrid->fixedCols(); --column) {
+        if (m_ui->FGrid->fieldName(column) == fieldName)
+            return m_ui->FGrid->textMatrix(row, column);
+    }
+    return {};
+}
+
+// --- picking
+
+void frmUniversalGrid::FGrid_Click(int row, int column)
+{
+    FlexGrid &grid = *m_ui->FGrid;
+    grid.setCellBackColor(row, column, grid.palette().color(QPalette::Highlight));
+    if (m_cellPicked && (row != m_prevRow || column != m_prevCol)) {
+        m_rowChanged = row != m_prevRow;
+        leavePickedCell();
+    }
+    m_cellPicked = true;
+    m_prevRow = row;
+    m_prevCol = column;
+    m_prevCellText = grid.textMatrix(row, column);
+}
+
+void frmUniversalGrid::leavePickedCell()
+{
+    if (m_prevRow < m_ui->FGrid->rows() && m_prevCol < m_ui->FGrid->cols()) // a filter may have taken it away
+        m_ui->FGrid->setCellBackColor(m_prevRow, m_prevCol, m_normalBackColor);
+    m_ui->DGrid->hide();
+}
+
+void frmUniversalGrid::FGrid_MouseUp(const QPoint &position)
+{
+    if (!m_tableName.contains(u"audit_"_s))
+        m_ui->mnuPopup->popup(m_ui->FGrid->mapToGlobal(position));
+}
+
+void frmUniversalGrid::mnuFont_Click()
+{
+    ignoringErrors([] {
+        const FontChoice chosen =
+            askFont({engine.userFontName, engine.userFontSize, engine.userFontBold, engine.userFontColor});
+        engine.userFontName = chosen.name;
+        engine.userFontSize = toInteger(double(chosen.size));
+        engine.userFontBold = chosen.bold;
+        engine.userFontColor = chosen.color;
+    });
+}
+
+// --- layout
+
+void frmUniversalGrid::Form_Resize()
+{
+    placeButtons();
+    placeGrid();
+}
+
+void frmUniversalGrid::placeButtons()
+{
+    constexpr int gap = 8;
+    constexpr int lineHeight = 34;
+    constexpr int stripHeight = 2 * lineHeight + 3 * gap;
+    QWidget &strip = *m_ui->picButtons;
+    strip.setGeometry(0, m_ui->surface->height() - stripHeight, m_ui->surface->width(), stripHeight);
+    m_ui->ArchivesList->move(gap, 0);
+
+    const auto place = [&](QWidget *control, int line, int left, int width) {
+        const int x = rightToLeft() ? strip.width() - left - width : left;
+        control->setGeometry(x, gap + line * (lineHeight + gap), width, lineHeight);
+    };
+    int left = gap;
+    for (const auto &[control, width] : {std::pair<QWidget *, int>(m_ui->Label1, 240),
+                                         {m_ui->DateFromx, 110},
+                                         {m_ui->Label3, 44},
+                                         {m_ui->DateTox, 110}}) {
+        place(control, 0, left, width);
+        left += width + gap;
+    }
+    constexpr int searchWidth = 110;
+    place(m_ui->btnSearch, 0, strip.width() - gap - searchWidth, searchWidth);
+    place(m_ui->txtNumber, 0, strip.width() - 2 * (gap + searchWidth), searchWidth);
+
+    QList<QWidget *> buttons{m_ui->btnDateSelect, m_ui->cmdRefresh, m_ui->cmdAdd,
+                             m_ui->btnPrint,      m_ui->cmdExcell,  m_ui->cmdClose};
+    if (m_ui->cmdAdd->isHidden())
+        buttons.removeOne(m_ui->cmdAdd);
+    const int width = qMin(150, (strip.width() - gap) / int(buttons.size()) - gap);
+    for (int i = 0; i < buttons.size(); ++i)
+        place(buttons[i], 1, gap + i * (width + gap), width);
+}
+
+void frmUniversalGrid::placeGrid()
+{
+    constexpr int margins = 240; // twips, at both sides together
+    FlexGrid &grid = *m_ui->FGrid;
+    const int inner = scaleWidth();
+    const int top = pixelsFromTwips(m_listHeight);
+    const int height = m_ui->picButtons->y() - top;
+    int width = inner - margins;
+    if (inner >= m_totalWidth + margins / 2) {
+        // Beside the columns of data stand the fixed one, the frame and perhaps the scroll bar.
+        const int rowsHeight = grid.horizontalHeader()->sizeHint().height() + grid.verticalHeader()->length();
+        const int bar = rowsHeight > height ? grid.verticalScrollBar()->sizeHint().width() : 0;
+        width = qMin(width, m_totalWidth + grid.colWidth(0) + twipsFromPixels(2 * grid.frameWidth() + bar));
+    }
+    grid.setGeometry(pixelsFromTwips((inner - width) / 2), top, pixelsFromTwips(width), height);
+}
