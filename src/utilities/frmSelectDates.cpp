@@ -75,9 +75,9 @@ void frmSelectDates::Form_Unload()
 
 void frmSelectDates::cmdOK_Click()
 {
-    if (!isDate(m_ui->DateFromx->text()))
+    if (!m_ui->DateFromx->hasAcceptableInput())
         return refuse(u"Wrong From Date "_s, m_ui->DateFromx);
-    if (!isDate(m_ui->DateTox->text()))
+    if (!m_ui->DateTox->hasAcceptableInput())
         return refuse(u"Wrong From Date "_s, m_ui->DateTox); // "From" is meant here too
     if (m_ui->DateTox->value() < m_ui->DateFromx->value())
         return refuse(u"Date To CANNOT be less than date From "_s, m_ui->DateTox);

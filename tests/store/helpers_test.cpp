@@ -1,13 +1,11 @@
 #include "platform/runtime/dates.h"
-#include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "store/compaction.h"
 #include "store/data_helpers.h"
-#include "store/logical_tables.h"
+#include "support/failures.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 
-#include <QtCore/QCryptographicHash>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -19,16 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-
-int failureOf(const std::function<void()> &action)
-{
-    try {
-        action();
-    } catch (const RuntimeError &error) {
-        return error.number();
-    }
-    return 0;
-}
 
 TEST_F(StoreFixture, CompactsInPlaceWithPasswordRowsAndCounters)
 {
@@ -94,23 +82,6 @@ TEST(Pause, ServesEventsWithoutBurningACoreAndEndsOnlyWithTheProcess)
         ADD_FAILURE() << "a statement behind the wait ran";
     }));
     EXPECT_LT(std::clock() - begin, CLOCKS_PER_SEC / 5);
-}
-
-TEST_F(SessionFixture, GivesTheToldStatementForEachLogicalTable)
-{
-    QString all;
-    for (const char *name :
-         {"ledger", "audit_ledger", "users", "audit_users", "members", "audit_members", "revenues",
-          "audit_revenues", "expenses", "audit_expenses", "general", "audit_general"}) {
-        const QString logical = QString::fromLatin1(name);
-        all += logical + u": "_s + getstrsql(logical, u"T"_s) + u'\n';
-    }
-    EXPECT_EQ(QCryptographicHash::hash(all.toUtf8(), QCryptographicHash::Sha256).toHex(),
-              "c04c3e8a281e3bd004e526c208d02da2d193583a924c2e8aa2c1a754f088784d")
-        << all.toStdString();
-    ScriptedDialogs dialogs;
-    dialogs.expectMessage(u" getstrsql!  unknown table.."_s);
-    EXPECT_EQ(getstrsql(u"Ledger"_s, u"ledger1"_s), u"select * from [ledger1]"_s); // letter case counts
 }
 
 } // namespace

@@ -1,0 +1,129 @@
+#include "platform/runtime/clock.h"
+#include "platform/runtime/dates.h"
+#include "support/screens.h"
+#include "support/store_fixture.h"
+#include "utilities/frmSelectDates.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+class SelectDatesTest : public SessionFixture
+{
+protected:
+    SelectDatesTest()
+    {
+        setClock([] { return makeDate(2004, 2, 29, 23, 59, 59); });
+    }
+
+    /// Shows the dialog and acts while it stands.
+    void show(std::function<void(frmSelectDates &)> action)
+    {
+        onModal<frmSelectDates>(std::move(action));
+        screen.showModal();
+    }
+
+    static QString dates(const frmSelectDates &shown)
+    {
+        return textOf(shown, "DateFromx") + u' ' + textOf(shown, "DateTox");
+    }
+
+    frmSelectDates screen;
+};
+
+TEST_F(SelectDatesTest, RunsItsRowFromTheSideOfTheLanguage)
+{
+    const struct {
+        bool arabic;
+        QString title, from, to;
+        const char *row[4];
+    } cases[] = {
+        {false, u"Dates"_s, u"From"_s, u"To"_s, {"fromLabel", "DateFromx", "toLabel", "DateTox"}},
+        {true, u"تحديد التواريخ"_s, u"من"_s, u"إلى"_s, {"DateTox", "toLabel", "DateFromx", "fromLabel"}},
+    };
+    for (const auto &c : cases) {
+        setLanguage(c.arabic);
+        engine.userFontSize = c.arabic ? 12 : 8;
+        frmSelectDates shown;
+        shown.load();
+        EXPECT_EQ(shown.caption(), c.title);
+        EXPECT_EQ(textOf(shown, "fromLabel"), c.from);
+        EXPECT_EQ(textOf(shown, "toLabel"), c.to);
+        std::vector<QRect> row;
+        for (const char *name : c.row)
+            row.push_back(control(shown, name).geometry());
+        const int gaps[] = {10, 20, 10};
+        for (size_t i = 0; i < 3; ++i)
+            EXPECT_EQ(row[i + 1].left() - row[i].right() - 1, gaps[i]);
+        EXPECT_NEAR(row[0].left(), shown.surface()->width() - row[3].right() - 1, 1);
+    }
+}
+
+TEST_F(SelectDatesTest, BeginsWithThePresentYearEachTime)
+{
+    show([](frmSelectDates &shown) {
+        EXPECT_EQ(dates(shown), u"01/01/2004 31/12/2004"_s);
+        fill(shown, "DateFromx", u"05/03/2003"_s);
+        fill(shown, "DateTox", u"05/03/2003"_s); // equal dates are a range
+        pressKey(shown, Qt::Key_Return);
+        EXPECT_FALSE(shown.isVisible());
+    });
+    EXPECT_TRUE(screen.datesAccepted);
+    EXPECT_EQ(screen.dateFromValue, makeDate(2003, 3, 5));
+    EXPECT_EQ(screen.dateToValue, makeDate(2003, 3, 5));
+    frmSelectDates next;
+    next.load();
+    EXPECT_EQ(dates(next), u"01/01/2004 31/12/2004"_s);
+    EXPECT_FALSE(next.datesAccepted);
+}
+
+TEST_F(SelectDatesTest, RefusesInTheToldOrderAndStays)
+{
+    const QString noDate = u"Wrong From Date \r\nتاريخ غير مقبول"_s; // of either box
+    const QString reversed = u"Date To CANNOT be less than date From \r\nتاريخ غير مقبول"_s;
+    const struct {
+        QString from, to;
+        const char *focus;
+        QString text;
+    } cases[] = {
+        {u""_s, u""_s, "DateFromx", noDate},
+        {u""_s, u"31/12/2003"_s, "DateFromx", noDate},
+        {u"01/01/2004"_s, u""_s, "DateTox", noDate},
+        {u"01/01/2004"_s, u"31/12/2003"_s, "DateTox", reversed},
+    };
+    show([&](frmSelectDates &shown) {
+        for (const auto &c : cases) {
+            const std::pair<const char *, QString> boxes[] = {{"DateFromx", c.from}, {"DateTox", c.to}};
+            for (const auto &[name, text] : boxes)
+                fill(shown, name, text.isEmpty() ? u"01/01/2004"_s : text);
+            for (const auto &[name, text] : boxes) {
+                if (text.isEmpty()) // not a whole year; leaving the box would bring that back
+                    pressKey(control(shown, name), Qt::Key_Backspace);
+            }
+            ScriptedDialogs dialogs;
+            dialogs.expectMessage(c.text);
+            control<QPushButton>(shown, "cmdOK").click(); // without its focus
+            EXPECT_EQ(shown.focusWidget()->objectName(), QLatin1StringView(c.focus));
+            EXPECT_TRUE(shown.isVisible());
+        }
+        pressKey(shown, Qt::Key_Escape);
+    });
+    EXPECT_FALSE(screen.datesAccepted);
+    EXPECT_FALSE(screen.dateFromValue.isValid());
+}
+
+TEST_F(SelectDatesTest, TakesAnAcceptanceBackWithCancelAndWithTheFrame)
+{
+    const auto accept = [](frmSelectDates &shown) { click(shown, "cmdOK"); };
+    for (const auto &refuse : {std::function([](frmSelectDates &shown) { click(shown, "cmdCancel"); }),
+                               std::function([](frmSelectDates &shown) { shown.close(); })}) {
+        show(accept);
+        EXPECT_TRUE(screen.datesAccepted);
+        EXPECT_EQ(screen.dateToValue, makeDate(2004, 12, 31));
+        show(refuse);
+        EXPECT_FALSE(screen.datesAccepted);
+    }
+}
+
+} // namespace
