@@ -7,6 +7,8 @@
 #include "presentation/prepare_screen.h"
 #include "ui_frmChanges.h"
 
+#include <QtCore/QHash>
+#include <QtCore/QPointer>
 #include <QtCore/QScopeGuard>
 #include <QtWidgets/QLayout>
 
@@ -15,14 +17,18 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-void openBrowser(const QString &table, QPointer<Screen> &browser)
+/// Each table has a browser of its own, so that two can stand side by side. It is shown again, also by a menu
+/// that was opened anew, until it is closed; then a fresh one takes its place.
+void openBrowser(const QString &table)
 {
+    static QHash<QString, QPointer<Screen>> browsers;
     engine.browseTable = table;
     if (!navigation.newBrowser)
         return;
     Screen::setHourglass(true);
     const auto normalPointer = qScopeGuard([] { Screen::setHourglass(false); });
-    if (!browser)
+    QPointer<Screen> &browser = browsers[table];
+    if (!browser || browser->isDiscarded())
         browser = navigation.newBrowser();
     browser->showModeless();
 }
@@ -71,27 +77,27 @@ void frmChanges::Command2_Click()
 
 void frmChanges::Command10_Click()
 {
-    openBrowser(u"ledger"_s, m_ledgerBrowser);
+    openBrowser(u"ledger"_s);
 }
 
 void frmChanges::Command3_Click()
 {
-    openBrowser(u"general"_s, m_generalBrowser);
+    openBrowser(u"general"_s);
 }
 
 void frmChanges::Command5_Click()
 {
-    openBrowser(u"audit_users"_s, m_usersAuditBrowser);
+    openBrowser(u"audit_users"_s);
 }
 
 void frmChanges::Command6_Click()
 {
-    openBrowser(u"audit_members"_s, m_membersAuditBrowser);
+    openBrowser(u"audit_members"_s);
 }
 
 void frmChanges::Command7_Click()
 {
-    openBrowser(u"audit_general"_s, m_generalAuditBrowser);
+    openBrowser(u"audit_general"_s);
 }
 
 void frmChanges::Command9_Click()

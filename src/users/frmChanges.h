@@ -2,8 +2,6 @@
 
 #include "platform/ui/screen.h"
 
-#include <QtCore/QPointer>
-
 #include <memory>
 
 namespace Ui
@@ -38,11 +36,4 @@ private:
     void mnuHideFrame_Click();
 
     std::unique_ptr<Ui::frmChanges> m_ui;
-
-    // Each command has a browser of its own, so that two can stand side by side.
-    QPointer<Screen> m_ledgerBrowser;
-    QPointer<Screen> m_generalBrowser;
-    QPointer<Screen> m_usersAuditBrowser;
-    QPointer<Screen> m_membersAuditBrowser;
-    QPointer<Screen> m_generalAuditBrowser;
 };

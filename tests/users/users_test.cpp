@@ -1,6 +1,7 @@
 #include "core/navigation.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
+#include "platform/ui/application.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "users/frmChanges.h"
@@ -107,21 +108,66 @@ TEST_F(NewUserTest, ShowsTheRightsOfARankInTheSessionsLanguage)
     EXPECT_EQ(rights(true, u"2"_s), u"تعديل مشاهده كشوفات"_s);
 }
 
-TEST_F(StoreFixture, GoesFromTheChangesMenuToEachTable)
+/// Stands for a browser: writes down its making and its loads.
+class Browser : public Screen
+{
+public:
+    explicit Browser(QStringList &log) : Screen(u"frmUniversalGrid"_s), m_log(log) { m_log << u"new"_s; }
+
+protected:
+    void Form_Load() override
+    {
+        const QCursor *pointer = QGuiApplication::overrideCursor();
+        m_log << (pointer && pointer->shape() == Qt::WaitCursor ? engine.browseTable : u"no hourglass"_s);
+    }
+
+private:
+    QStringList &m_log;
+};
+
+TEST_F(StoreFixture, KeepsABrowserForEachTable)
+{
+    QStringList log;
+    navigation.newBrowser = [&] { return new Browser(log); };
+    auto *screen = new frmChanges;
+    const auto logOf = [&](const char *button) {
+        log.clear();
+        engine.browseTable = u"another"_s;
+        click(*screen, button);
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+        return log.join(u' ') + u'>' + engine.browseTable;
+    };
+    screen->load();
+    for (const auto &[button, table] :
+         {std::pair("Command10", u"ledger"_s), std::pair("Command3", u"general"_s),
+          std::pair("Command5", u"audit_users"_s), std::pair("Command6", u"audit_members"_s),
+          std::pair("Command7", u"audit_general"_s)}) {
+        EXPECT_EQ(logOf(button), u"new "_s + table + u'>' + table);
+        EXPECT_EQ(logOf(button), u'>' + table); // the same one again
+        Screen::loadedScreens().back()->unload();
+        EXPECT_EQ(logOf(button), u"new "_s + table + u'>' + table); // a closed one loads afresh
+    }
+    EXPECT_EQ(Screen::loadedScreens().size(), 6);
+    screen->unload();
+    serveEvents();
+    screen = new frmChanges;
+    screen->load();
+    EXPECT_EQ(logOf("Command3"), u">general"_s); // no second browser of a table
+    EXPECT_EQ(Screen::loadedScreens().size(), 6);
+}
+
+TEST_F(StoreFixture, GoesFromTheChangesMenuToOtherScreens)
 {
     QStringList opened;
+    navigation.showUsers = [&] { opened << u"users"_s; };
     navigation.showMembers = [&] { opened << u"members"_s; };
-    navigation.newBrowser = [&] {
-        opened << engine.browseTable;
-        return new Screen(u"frmUniversalGrid"_s);
-    };
+    navigation.showChangePassword = [&] { opened << u"password"_s; };
     frmChanges screen;
     screen.load();
-    for (const char *button :
-         {"Command1", "Command2", "Command10", "Command10", "Command3", "Command5", "Command6", "Command7"})
-        click(screen, button); // users come with a later version; the second press shows the same browser
-    EXPECT_EQ(opened.join(u' '), u"members ledger general audit_users audit_members audit_general"_s);
-    EXPECT_EQ(Screen::loadedScreens().size(), 6);
+    click(screen, "Command1");
+    click(screen, "Command2");
+    chooseMenu(screen, "mnuPasschange");
+    EXPECT_EQ(opened.join(u' '), u"users members password"_s);
     chooseMenu(screen, "mnuInverse");
     const QString lefts = u"users left : 210\r\nfamily left: 210\r\nGeneral left: 210"_s;
     ScriptedDialogs dialogs;
