@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace
 {
 constexpr QChar leftToRightIsolate(0x2066);
@@ -33,4 +35,18 @@ QString isolated(const QString &text, Qt::LayoutDirection direction)
         return text;
     const bool letters = std::any_of(text.cbegin(), text.cend(), isRightToLeftLetter);
     return (letters ? firstStrongIsolate : leftToRightIsolate) + text + popIsolate;
+}
+
+QString inOneLine(const QString &text)
+{
+    const auto breaks = [](QChar c) {
+        return c == u'\n' || c == u'\r' || c == u'\t' || c == QChar::LineSeparator ||
+               c == QChar::ParagraphSeparator;
+    };
+    if (std::none_of(text.cbegin(), text.cend(), breaks))
+        return text;
+    QString line = text;
+    line.replace(u"\r\n"_s, u" "_s);
+    std::replace_if(line.begin(), line.end(), breaks, u' ');
+    return line;
 }

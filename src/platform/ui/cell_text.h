@@ -15,3 +15,6 @@ Qt::Alignment absoluteAlignment(Qt::Alignment alignment, Qt::LayoutDirection dir
 
 /// The text with the marks that keep it as it is written inside a line of that direction.
 QString isolated(const QString &text, Qt::LayoutDirection direction);
+
+/// The text with blanks for its line breaks and tabs.
+QString inOneLine(const QString &text);

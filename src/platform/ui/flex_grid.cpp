@@ -148,7 +148,9 @@ int FlexGrid::headingWidth(int column) const
 
 std::optional<int> FlexGrid::widestText(int column, const std::function<bool()> &goOn) const
 {
-    const auto pixels = widestPixels(m_model->texts(section(column)), fontMetrics(), goOn);
+    if (!m_widthBounds)
+        m_widthBounds = std::make_shared<WidthBounds>(fontMetrics());
+    const auto pixels = widestPixels(m_model->texts(section(column)), m_widthBounds, goOn);
     return pixels ? std::optional(twipsFromPixels(*pixels)) : std::nullopt;
 }
 
@@ -284,4 +286,11 @@ void FlexGrid::mouseDoubleClickEvent(QMouseEvent *event)
         TextTable::mouseDoubleClickEvent(event);
     else
         mousePressEvent(event); // another press
+}
+
+void FlexGrid::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange)
+        m_widthBounds.reset();
+    TextTable::changeEvent(event);
 }

@@ -10,6 +10,7 @@
 #include <optional>
 
 class HeadingMouse;
+class WidthBounds;
 
 /// How a column writes the values of its field.
 struct ColumnFormat {
@@ -109,6 +110,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     class Model;
@@ -119,4 +121,5 @@ private:
 
     std::unique_ptr<Model> m_model;
     HeadingMouse *m_headingMouse;
+    mutable std::shared_ptr<WidthBounds> m_widthBounds; ///< in the grid's font; null: none yet
 };

@@ -173,7 +173,7 @@ QVariant FlexGrid::Model::data(const QModelIndex &index, int role) const
     const int column = index.column();
     switch (role) {
     case Qt::DisplayRole:
-        return isolated(text(row, column), m_grid->layoutDirection());
+        return isolated(inOneLine(text(row, column)), m_grid->layoutDirection());
     case Qt::AccessibleTextRole:
         return text(row, column);
     case Qt::TextAlignmentRole:

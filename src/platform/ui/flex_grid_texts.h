@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/ui/flex_grid.h"
+#include "platform/ui/text_widths.h"
 
 #include <QtCore/QHash>
-#include <QtGui/QFontMetrics>
 
 #include <vector>
 
@@ -22,8 +22,8 @@ struct ColumnTexts {
 };
 
 /// The width of the widest text in pixels, as FlexGrid::widestText() tells it. The texts are a copy: nothing
-/// of the grid is used while `goOn` runs.
-std::optional<int> widestPixels(ColumnTexts texts, const QFontMetrics &metrics,
+/// else of the grid is used while `goOn` runs.
+std::optional<int> widestPixels(ColumnTexts texts, std::shared_ptr<WidthBounds> bounds,
                                 const std::function<bool()> &goOn);
 
 /// Puts rows into the order of their texts, as FlexGrid::sort() tells it.

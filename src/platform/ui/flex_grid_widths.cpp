@@ -1,5 +1,5 @@
+#include "platform/ui/cell_text.h"
 #include "platform/ui/flex_grid_texts.h"
-#include "platform/ui/text_widths.h"
 
 #include <QtCore/QElapsedTimer>
 
@@ -12,8 +12,8 @@ namespace
 class WidthSearch
 {
 public:
-    WidthSearch(ColumnTexts texts, const QFontMetrics &metrics, const std::function<bool()> &goOn)
-        : m_texts(std::move(texts)), m_goOn(goOn), m_widest(metrics)
+    WidthSearch(ColumnTexts texts, std::shared_ptr<WidthBounds> bounds, const std::function<bool()> &goOn)
+        : m_texts(std::move(texts)), m_goOn(goOn), m_bounds(std::move(bounds)), m_widest(m_bounds)
     {
         m_sincePause.start();
     }
@@ -57,7 +57,7 @@ private:
         const int rows = m_texts.rows ? std::max(1, m_texts.rows->count()) : 1; // the blank row, too
         return inPieces(rows, [this](int first, int count) {
             for (int row = first; row < first + count; ++row)
-                m_widest.take(m_texts.text(row));
+                m_widest.take(inOneLine(m_texts.text(row)));
             return Walk::On;
         });
     }
@@ -67,7 +67,7 @@ private:
         std::vector<bool> met;
         return inPieces(m_texts.rows->count(), [&](int first, int count) {
             for (const QString &text : m_texts.rows->distinctTexts(m_texts.field, first, count, met))
-                m_widest.take(m_texts.textOf(text));
+                m_widest.take(inOneLine(m_texts.textOf(text)));
             return Walk::On;
         });
     }
@@ -75,9 +75,8 @@ private:
     /// A format can write something for Null, of which the set's texts and numbers tell nothing.
     bool takeNull()
     {
-        const QString text = m_texts.textOf({});
         WidestText withNull = m_widest;
-        withNull.take(text);
+        withNull.take(inOneLine(m_texts.textOf({})));
         if (withNull.width() == m_widest.width())
             return true;
         return inPieces(m_texts.rows->count(), [&](int first, int count) {
@@ -126,7 +125,7 @@ private:
 
         std::vector<std::pair<int, int>> patterns; // with their bounds in front
         for (const auto &[pattern, row] : firstRows.asKeyValueRange())
-            patterns.emplace_back(m_widest.boundOfPattern(m_texts.text(row)), pattern);
+            patterns.emplace_back(m_bounds->boundForAnyDigits(inOneLine(m_texts.text(row))), pattern);
         std::ranges::sort(patterns, std::greater());
         for (const auto &[bound, pattern] : patterns) {
             if (bound > m_widest.width() && !takePattern(patternOf, pattern, bound))
@@ -141,7 +140,7 @@ private:
         return inPieces(m_texts.rows->count(), [&](int first, int count) {
             m_texts.rows->visitNumbers(m_texts.field, first, count, [&](int row, qint64 number) {
                 if (m_widest.width() < bound && patternOf(number) == pattern)
-                    m_widest.take(m_texts.text(row));
+                    m_widest.take(inOneLine(m_texts.text(row)));
             });
             return m_widest.width() < bound ? Walk::On : Walk::Done;
         });
@@ -149,6 +148,7 @@ private:
 
     const ColumnTexts m_texts;
     const std::function<bool()> &m_goOn;
+    std::shared_ptr<WidthBounds> m_bounds;
     WidestText m_widest;
     QElapsedTimer m_sincePause;
 };
@@ -162,8 +162,8 @@ QString ColumnTexts::text(int row) const
     return hasField() && row < rows->count() ? textOf(rows->value(row, field)) : QString();
 }
 
-std::optional<int> widestPixels(ColumnTexts texts, const QFontMetrics &metrics,
+std::optional<int> widestPixels(ColumnTexts texts, std::shared_ptr<WidthBounds> bounds,
                                 const std::function<bool()> &goOn)
 {
-    return WidthSearch(std::move(texts), metrics, goOn).run();
+    return WidthSearch(std::move(texts), std::move(bounds), goOn).run();
 }

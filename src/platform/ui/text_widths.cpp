@@ -3,10 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-constexpr qsizetype mostWidths = 100'000;
+constexpr qsizetype mostKnown = 20'000;
+constexpr double unbounded = 1e9;
 constexpr char16_t none = 0; // where a text begins
 
 // The same letters can be wider or narrower in a text of another script, which can take another font for its
@@ -20,9 +24,9 @@ bool isDigit(char16_t c)
     return c >= u'0' && c <= u'9';
 }
 
-char16_t zeroed(char16_t c)
+QChar zeroed(QChar c)
 {
-    return isDigit(c) ? u'0' : c;
+    return isDigit(c.unicode()) ? u'0' : c;
 }
 
 bool isBetween(char16_t c, char16_t first, char16_t last)
@@ -46,6 +50,12 @@ Kind kindOf(char16_t c)
     return Kind::Other;
 }
 
+/// A tab's width depends on what stands before it, that of a sign which spans a number on the number.
+bool isUnbounded(QChar c)
+{
+    return c < u' ' || isBetween(c.unicode(), u'\u0600', u'\u0605') || c == u'\u06DD';
+}
+
 /// The only script of a text's letters; Other when there are several or none.
 Kind scriptOf(QStringView text)
 {
@@ -66,50 +76,70 @@ Kind scriptOf(QStringView text)
 }
 } // namespace
 
-WidestText::WidestText(const QFontMetrics &metrics) : m_metrics(metrics) {}
+WidthBounds::WidthBounds(const QFontMetrics &metrics) : m_metrics(metrics) {}
 
-void WidestText::take(const QString &text)
+int WidthBounds::width(const QString &text)
 {
-    if (bound(text, Digits::AsWritten) > m_width)
-        m_width = std::max(m_width, qRound(measure(text)));
+    return qRound(measure(text));
 }
 
-int WidestText::boundOfPattern(const QString &text)
+int WidthBounds::bound(const QString &text)
 {
-    return bound(text, Digits::Any);
+    Known width = known(text);
+    if (width.gain == 0)
+        return qRound(width.withZeros);
+    width.gain = 0;
+    char16_t before = none;
+    for (const QChar c : text) {
+        if (isDigit(before) || isDigit(c.unicode()))
+            width.gain += gain(before, c.unicode());
+        before = c.unicode();
+    }
+    return qRound(width.withZeros + width.gain);
 }
 
-double WidestText::measure(const QString &text)
+int WidthBounds::boundForAnyDigits(const QString &text)
+{
+    const Known width = known(text);
+    return qRound(width.withZeros + width.gain);
+}
+
+WidthBounds::Known WidthBounds::known(const QString &text)
+{
+    if (std::any_of(text.cbegin(), text.cend(), isUnbounded))
+        return {unbounded, 0};
+    m_key.resize(text.size());
+    std::transform(text.cbegin(), text.cend(), m_key.begin(), zeroed);
+    const auto found = m_texts.constFind(m_key);
+    if (found != m_texts.constEnd())
+        return *found;
+    const QString key = m_key;
+    Known result{widthOfWords(key), 0};
+    char16_t before = none;
+    for (const QChar c : key) {
+        if (isDigit(before) || isDigit(c.unicode()))
+            result.gain += greatestGain(before, c.unicode());
+        before = c.unicode();
+    }
+    if (m_texts.size() >= mostKnown)
+        m_texts.clear();
+    return *m_texts.insert(key, result);
+}
+
+double WidthBounds::measure(const QString &text)
 {
     ++m_measured;
     return m_metrics.horizontalAdvance(text);
 }
 
-int WidestText::bound(const QString &text, Digits digits)
-{
-    // A tab's width depends on what stands before it.
-    const auto isControl = [](QChar c) { return c < u' '; };
-    if (std::any_of(text.cbegin(), text.cend(), isControl))
-        return std::numeric_limits<int>::max();
-    double width = widthOfWords(text);
-    char16_t before = none;
-    for (const QChar c : text) {
-        const char16_t letter = c.unicode();
-        if (isDigit(before) || isDigit(letter))
-            width += digits == Digits::Any ? greatestGain(before, letter) : gain(before, letter);
-        before = letter;
-    }
-    return qRound(width);
-}
-
 /// Words of one script are set independently of each other: a text is as wide as they are together.
-double WidestText::widthOfWords(const QString &text)
+double WidthBounds::widthOfWords(const QString &text)
 {
     const Kind script = scriptOf(text);
     if (script == Kind::Other)
-        return widthWithZeros({}, text);
+        return measure(text);
     const QStringView before = script == Kind::Latin ? u"a " : u"\u0627 ";
-    const double widthBefore = widthWithZeros({}, before);
+    const double widthBefore = widthOfWord({}, before);
     // The first letter rules what stands in front of it.
     const auto isLetter = [script](QChar c) { return kindOf(c.unicode()) == script; };
     const qsizetype letter = std::find_if(text.cbegin(), text.cend(), isLetter) - text.cbegin();
@@ -118,55 +148,66 @@ double WidestText::widthOfWords(const QString &text)
         const qsizetype blank = text.indexOf(u' ', begin == 0 ? letter : begin);
         end = blank < 0 ? text.size() : blank + 1;
         const QStringView word = QStringView(text).sliced(begin, end - begin);
-        width += begin == 0 ? widthWithZeros({}, word) : widthWithZeros(before, word) - widthBefore;
+        width += begin == 0 ? widthOfWord({}, word) : widthOfWord(before, word) - widthBefore;
     }
     return width;
 }
 
-double WidestText::widthWithZeros(QStringView before, QStringView text)
+double WidthBounds::widthOfWord(QStringView before, QStringView word)
 {
     m_key.resize(0);
     m_key += before;
-    for (const QChar c : text)
-        m_key += QChar(zeroed(c.unicode()));
-    const auto known = m_widths.constFind(m_key);
-    if (known != m_widths.constEnd())
-        return *known;
-    if (m_widths.size() >= mostWidths)
-        m_widths.clear();
-    return *m_widths.insert(m_key, measure(m_key));
+    m_key += word;
+    const auto found = m_words.constFind(m_key);
+    if (found != m_words.constEnd())
+        return *found;
+    if (m_words.size() >= mostKnown)
+        m_words.clear();
+    return *m_words.insert(m_key, measure(m_key));
 }
 
-/// How much wider a text can become when its zeros are these two neighbours.
-double WidestText::gain(char16_t before, char16_t letter)
+/// The room that a letter takes behind another one (or at the beginning) in those surroundings.
+double WidthBounds::step(QStringView around, char16_t before, char16_t letter)
+{
+    QString text = around.toString();
+    if (before != none)
+        text += QChar(before);
+    return m_metrics.horizontalAdvance(text + QChar(letter)) - m_metrics.horizontalAdvance(text);
+}
+
+/// How much wider a text can become when two neighbours are these and not zeros.
+double WidthBounds::gain(char16_t before, char16_t letter)
 {
     const quint32 key = quint32(before) << 16 | letter;
-    const auto known = m_gains.constFind(key);
-    if (known != m_gains.constEnd())
-        return *known;
-    const auto step = [this](QString text, char16_t from, char16_t to) {
-        if (from != none)
-            text += QChar(from);
-        return m_metrics.horizontalAdvance(text + QChar(to)) - m_metrics.horizontalAdvance(text);
-    };
+    const auto found = m_gains.constFind(key);
+    if (found != m_gains.constEnd())
+        return *found;
     double most = -std::numeric_limits<double>::infinity();
-    for (const QStringView around : surroundings) {
-        const QString text = around.toString();
-        most = std::max(most, step(text, before, letter) - step(text, zeroed(before), zeroed(letter)));
-    }
+    for (const QStringView around : surroundings)
+        most = std::max(most, step(around, before, letter) -
+                                  step(around, zeroed(before).unicode(), zeroed(letter).unicode()));
     return *m_gains.insert(key, most);
 }
 
-double WidestText::greatestGain(char16_t before, char16_t letter)
+double WidthBounds::greatestGain(char16_t before, char16_t letter)
 {
-    const quint32 key = quint32(zeroed(before)) << 16 | zeroed(letter);
-    const auto known = m_greatestGains.constFind(key);
-    if (known != m_greatestGains.constEnd())
-        return *known;
+    const quint32 key = quint32(before) << 16 | letter;
+    const auto found = m_greatestGains.constFind(key);
+    if (found != m_greatestGains.constEnd())
+        return *found;
+    const auto choices = [](char16_t c) { return isDigit(c) ? u"0123456789"_s : QString(QChar(c)); };
     double most = 0;
-    for (char16_t first = u'0'; first <= u'9'; ++first) {
-        for (char16_t second = u'0'; second <= u'9'; ++second)
-            most = std::max(most, gain(isDigit(before) ? first : before, isDigit(letter) ? second : letter));
+    for (const QChar first : choices(before)) {
+        for (const QChar second : choices(letter))
+            most = std::max(most, gain(first.unicode(), second.unicode()));
     }
     return *m_greatestGains.insert(key, most);
+}
+
+WidestText::WidestText(std::shared_ptr<WidthBounds> bounds) : m_bounds(std::move(bounds)) {}
+
+void WidestText::take(const QString &text)
+{
+    if (m_bounds->bound(text) > m_width)
+        m_width = std::max(m_width, m_bounds->width(text));
 }

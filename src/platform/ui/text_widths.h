@@ -4,35 +4,58 @@
 #include <QtCore/QString>
 #include <QtGui/QFontMetrics>
 
-/// Finds the widest of many texts in a font without measuring each: a text is measured only when the widths
-/// of its words, each measured once for all digits, say that it may be wider than the widest so far.
-class WidestText
+#include <memory>
+
+/// Upper bounds for the widths of texts in one font, put together from the widths of their words. Each word
+/// is measured once, whatever digits stand in it.
+class WidthBounds
 {
 public:
-    explicit WidestText(const QFontMetrics &metrics);
+    explicit WidthBounds(const QFontMetrics &metrics);
 
-    void take(const QString &text);
-    /// Pixels, as QFontMetrics::horizontalAdvance() gives them; 0 before any text.
-    int width() const noexcept { return m_width; }
-    /// No text is wider that has these letters, its digits exchanged for any others. Pixels.
-    int boundOfPattern(const QString &text);
+    /// Pixels, as QFontMetrics::horizontalAdvance() gives them.
+    int width(const QString &text);
+    /// The text is not wider; mostly it is just as wide.
+    int bound(const QString &text);
+    /// Nor is any text that has other digits in their places.
+    int boundForAnyDigits(const QString &text);
     /// Texts and words that were really measured.
     int measured() const noexcept { return m_measured; }
 
 private:
-    enum class Digits { AsWritten, Any };
-    int bound(const QString &text, Digits digits);
+    struct Known {
+        double withZeros; ///< the width of the text with zeros for its digits
+        double gain;      ///< what other digits can add to it at most
+    };
+    Known known(const QString &text);
     double measure(const QString &text);
-    double widthWithZeros(QStringView before, QStringView text);
     double widthOfWords(const QString &text);
+    double widthOfWord(QStringView before, QStringView word);
+    double step(QStringView around, char16_t before, char16_t letter);
     double gain(char16_t before, char16_t letter);
     double greatestGain(char16_t before, char16_t letter);
 
     QFontMetricsF m_metrics;
-    QHash<QString, double> m_widths; ///< of texts whose digits are zeros
-    QHash<quint32, double> m_gains;  ///< by two letters
+    QHash<QString, Known> m_texts; ///< by the text with zeros for its digits; so are words
+    QHash<QString, double> m_words;
+    QHash<quint32, double> m_gains; ///< by two letters
     QHash<quint32, double> m_greatestGains;
-    QString m_key; ///< of the text that is looked up
-    int m_width = 0;
+    QString m_key; ///< of what is looked up
     int m_measured = 0;
+};
+
+/// Finds the widest of many texts in a font: one is measured only when its bound says that it may be wider
+/// than the widest so far.
+class WidestText
+{
+public:
+    /// Searches in one font share their bounds.
+    explicit WidestText(std::shared_ptr<WidthBounds> bounds);
+
+    void take(const QString &text);
+    int width() const noexcept { return m_width; } ///< pixels; 0 before any text
+
+private:
+    std::shared_ptr<WidthBounds> m_bounds;
+    int m_width = 0;
 };
