@@ -79,11 +79,14 @@ TEST(DatePicker, TakesDaysOnlyAndKeepsTheTime)
         });
         screen.showModeless();
         serveEvents();
+        picker->setFocus(Qt::TabFocusReason);
 
         picker->setValue(makeDate(1601, 1, 1, 13, 5, 0));
         EXPECT_EQ(picker->value(), makeDate(1601, 1, 1, 13, 5, 0));
         EXPECT_EQ(picker->text(), u"01/01/1601"_s);
         EXPECT_EQ(picker->isRightToLeft(), arabic);
+        EXPECT_EQ(picker->currentSection(), QDateEdit::DaySection); // the first to be typed
+        EXPECT_EQ(picker->alignment().testFlag(Qt::AlignRight), arabic);
         fill(screen, "DTPicker1", u"\u0661\u0660/02/2004"_s);
         EXPECT_EQ(picker->text(), u"10/02/2004"_s);
         savePicture(*picker, arabic ? u"picker-ar.png"_s : u"picker-en.png"_s);

@@ -6,6 +6,7 @@
 #include <QtCore/QEvent>
 #include <QtCore/QLocale>
 #include <QtCore/QSignalBlocker>
+#include <QtGui/QFocusEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
@@ -52,6 +53,25 @@ void DatePicker::keyPressEvent(QKeyEvent *event)
         return QDateEdit::keyPressEvent(event);
     QKeyEvent ascii(event->type(), text.at(0).unicode(), event->modifiers(), text);
     QDateEdit::keyPressEvent(&ascii);
+}
+
+void DatePicker::focusInEvent(QFocusEvent *event)
+{
+    QDateEdit::focusInEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    const bool returned = reason == Qt::ActiveWindowFocusReason && m_entered;
+    m_entered = true;
+    // The toolkit would begin with the year under the right-to-left direction.
+    if (isRightToLeft() && !returned && reason != Qt::MouseFocusReason && reason != Qt::PopupFocusReason)
+        setSelectedSection(reason == Qt::BacktabFocusReason ? YearSection : DaySection);
+}
+
+void DatePicker::changeEvent(QEvent *event)
+{
+    QDateEdit::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        setAlignment((isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                     Qt::AlignVCenter);
 }
 
 void DatePicker::dropDown()

@@ -3,7 +3,8 @@
 #include <QtWidgets/QDateEdit>
 
 /// The date picker: always a date, 1601 to 9999, shown `dd/MM/yyyy` with a calendar that drops down on a
-/// click on its arrow, F4 or Alt+Down. Arabic-Indic digits are taken as ASCII ones.
+/// click on its arrow, F4 or Alt+Down. Arabic-Indic digits are taken as ASCII ones. The date stands at the
+/// side where the language begins, and is typed from its day on.
 class DatePicker : public QDateEdit
 {
     Q_OBJECT
@@ -21,6 +22,8 @@ Q_SIGNALS:
 
 protected:
     QValidator::State validate(QString &input, int &position) const override;
+    void focusInEvent(QFocusEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -30,4 +33,5 @@ private:
     void speakSessionLanguage();
 
     QDateTime m_set;
+    bool m_entered = false; ///< has had the focus
 };
