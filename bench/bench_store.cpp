@@ -8,77 +8,39 @@
 #include "bare_store.h"
 #include "core/engine.h"
 #include "entry/posting.h"
+#include "place.h"
 #include "platform/database/sql/compiler.h"
 #include "platform/database/sql/ddl.h"
 #include "platform/runtime/dates.h"
 #include "platform/ui/application.h"
-#include "platform/ui/dialogs.h"
-#include "store/connection_strings.h"
-#include "store/schema.h"
 
 #include <QtCore/QTemporaryDir>
 #include <benchmark/benchmark.h>
-
-#include <cstdlib>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
 
-const QString password = u"romanqvlt"_s;
 const QStringList members{u"Ahmad"_s, u"Fatima"_s, u"Maryam"_s, u"Salih"_s};
 
-/// Answers every question with Yes and shows nothing.
-class SilentDialogs : public DialogService
-{
-public:
-    MessageAnswer message(const MessageRequest &request) override
-    {
-        return request.buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
-    }
-    QString input(const QString &, const QString &, const QString &) override { return {}; }
-    std::optional<FontChoice> font(const FontChoice &) override { return std::nullopt; }
-    std::optional<QString> saveFile(const SaveFileRequest &) override { return std::nullopt; }
-};
-
 /// A store of its own with a family of four and so many rows in its ledger.
-class Place
+class Ledger
 {
 public:
-    explicit Place(int ledgerRows)
+    explicit Ledger(int rows)
     {
-        engine = {};
-        engine.appPath = m_folder.path();
-        engine.storeFilePath = m_folder.filePath(u"bench.mdb"_s);
-        engine.connectionString = connectionStringOf(engine.storeFilePath, password);
-        engine.currentUser = u"agent"_s;
-        engine.languageSuffix = u"en"_s;
-        if (!CreateStore(u"bench"_s, password))
-            std::abort();
-        engine.dbConnection = Connection::create();
-        engine.dbConnection->open(engine.connectionString);
-        for (const QString &member : members) {
-            engine.dbConnection->execute(u"insert into members (name,sex,relation,[group],valid) values('"_s +
-                                         member + u"',1,2,1,true)"_s);
-        }
-        BareStore bare(engine.storeFilePath, password.toUtf8());
+        BareStore bare(engine.storeFilePath, benchPassword.toUtf8());
         bare.run("begin");
-        for (int row = 0; row < ledgerRows; row += 4)
+        for (int row = 0; row < rows; row += 4)
             bare.post();
         bare.run("commit");
-        engine.dbConnection->close();
-        engine.dbConnection->open(engine.connectionString);
-    }
-    ~Place()
-    {
-        if (engine.dbConnection->isOpen())
-            engine.dbConnection->close();
-        engine = {};
+        m_place.reopen();
     }
 
 private:
     QTemporaryDir m_folder;
+    Place m_place{m_folder.path(), u"bench"_s, members};
 };
 
 Entry entryOfBench()
@@ -100,16 +62,9 @@ Money shareOf(const QString &member)
     return Money::fromUnits(125 * row->value(0).toInt());
 }
 
-int countOf(const QString &table)
-{
-    const auto rows = Recordset::create();
-    rows->open(u"select count(*) as x from ["_s + table + u']', engine.dbConnection);
-    return rows->value(0).toInt();
-}
-
 void Open(benchmark::State &state)
 {
-    const Place place(0);
+    const Ledger ledger(0);
     engine.dbConnection->close();
     for (auto _ : state) {
         engine.dbConnection->open(engine.connectionString);
@@ -119,9 +74,9 @@ void Open(benchmark::State &state)
 
 void OpenBare(benchmark::State &state)
 {
-    const Place place(0);
+    const Ledger ledger(0);
     for (auto _ : state)
-        BareStore store(engine.storeFilePath, password.toUtf8());
+        BareStore store(engine.storeFilePath, benchPassword.toUtf8());
 }
 
 /// The statements of a posting without its message and without the commit.
@@ -145,7 +100,7 @@ void postStatements()
 
 void Statements(benchmark::State &state)
 {
-    const Place place(0);
+    const Ledger ledger(0);
     for (auto _ : state) {
         engine.dbConnection->beginTrans();
         postStatements();
@@ -157,8 +112,8 @@ void Statements(benchmark::State &state)
 
 void StatementsBare(benchmark::State &state)
 {
-    const Place place(0);
-    BareStore store(engine.storeFilePath, password.toUtf8());
+    const Ledger ledger(0);
+    BareStore store(engine.storeFilePath, benchPassword.toUtf8());
     for (auto _ : state) {
         store.run("begin");
         store.post();
@@ -169,7 +124,7 @@ void StatementsBare(benchmark::State &state)
 void Posting(benchmark::State &state)
 {
     const int before = static_cast<int>(state.range(0));
-    const Place place(before);
+    const Ledger ledger(before);
     int postings = 0;
     for (auto _ : state) {
         postRevenue(entryOfBench(), u"1000"_s, members, shareOf);
@@ -181,8 +136,8 @@ void Posting(benchmark::State &state)
 
 void PostingBare(benchmark::State &state)
 {
-    const Place place(static_cast<int>(state.range(0)));
-    BareStore store(engine.storeFilePath, password.toUtf8());
+    const Ledger ledger(static_cast<int>(state.range(0)));
+    BareStore store(engine.storeFilePath, benchPassword.toUtf8());
     for (auto _ : state) {
         store.run("begin");
         store.post();
@@ -192,8 +147,8 @@ void PostingBare(benchmark::State &state)
 
 void FrontEnd(benchmark::State &state)
 {
-    const Place place(0);
-    BareStore store(engine.storeFilePath, password.toUtf8());
+    const Ledger ledger(0);
+    BareStore store(engine.storeFilePath, benchPassword.toUtf8());
     const sql::Catalog catalog = sql::readCatalog(store.handle());
     const QString text =
         generalInsert(entryOfBench(), 4711, makeDate(2026, 11, 22, 10), 13, makeDate(2026, 11, 22, 10));
@@ -216,10 +171,8 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     Application application(argc, argv);
-    SilentDialogs dialogs;
-    installDialogService(&dialogs);
+    const SilentDialogs dialogs;
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
-    installDialogService(nullptr);
     return 0;
 }
