@@ -88,7 +88,7 @@ std::optional<qint64> Rows::plainCell(int column, const Run &run, KnownDate &kno
 qint64 Rows::textCell(const Column &column, QByteArrayView text)
 {
     const int above = column.narrow.empty() ? -1 : column.narrow.back();
-    return above >= 0 && m_texts.bytes(above) == text ? above : m_texts.intern(text);
+    return above >= 0 && m_texts.is(above, text) ? above : m_texts.intern(text);
 }
 
 // --- values

@@ -2,6 +2,8 @@
 
 #include <QtCore/QHash>
 
+#include <cstring>
+
 namespace database
 {
 
@@ -26,12 +28,18 @@ QByteArrayView TextPool::bytes(int number) const noexcept
     return {m_bytes.data() + start, qsizetype(m_ends[index] - start)};
 }
 
+bool TextPool::is(int number, QByteArrayView text) const noexcept
+{
+    const QByteArrayView own = bytes(number);
+    return own.size() == text.size() && std::memcmp(own.data(), text.data(), std::size_t(text.size())) == 0;
+}
+
 TextPool::Slot &TextPool::slotOf(QByteArrayView text, quint32 hash)
 {
     const std::size_t mask = m_table.size() - 1;
     std::size_t place = hash & mask;
     while (m_table[place].number >= 0 &&
-           (m_table[place].hash != hash || bytes(m_table[place].number) != text))
+           (m_table[place].hash != hash || !is(m_table[place].number, text)))
         place = (place + 1) & mask;
     return m_table[place];
 }

@@ -16,6 +16,7 @@ public:
     int intern(QByteArrayView text);
     int count() const noexcept { return int(m_ends.size()); }
     QByteArrayView bytes(int number) const noexcept;
+    bool is(int number, QByteArrayView text) const noexcept;
     QString text(int number) const { return QString::fromUtf8(bytes(number)); }
 
 private:
