@@ -11,6 +11,7 @@
 #include "shell/frmMain.h"
 #include "users/frmChanges.h"
 #include "users/frmNewUser.h"
+#include "utilities/frmSelectDates.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QHash>
@@ -83,6 +84,7 @@ void takeTour(const QString &folder)
         pictureOf<frmMembers>(folder, suffix);
         pictureOf<frmExpense>(folder, suffix);
         pictureOf<frmRevenue>(folder, suffix);
+        pictureOf<frmSelectDates>(folder, suffix);
     }
     engine = before;
 }
