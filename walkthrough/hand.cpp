@@ -1,6 +1,7 @@
 #include "hand.h"
 
 #include "platform/ui/controls.h"
+#include "platform/ui/flex_grid.h"
 #include "platform/ui/screen.h"
 
 #include <QtCore/QDir>
@@ -12,6 +13,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDateTimeEdit>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -82,6 +84,40 @@ QWidget &takeUp(const Screen &screen, const char *name)
     box.setFocus(Qt::OtherFocusReason);
     auto *combo = qobject_cast<QComboBox *>(&box);
     return combo && combo->lineEdit() ? *combo->lineEdit() : box;
+}
+
+/// Opens the submenu by the keys, which do not wait before they show it.
+QMenu &openSubmenu(QMenu &popup, QAction &holder)
+{
+    for (int i = 0; popup.activeAction() != &holder && i <= popup.actions().size(); ++i)
+        QTest::keyClick(&popup, Qt::Key_Down);
+    QTest::keyClick(&popup, Qt::Key_Return);
+    return *holder.menu();
+}
+
+void clickEntry(QMenu &popup, QAction &entry)
+{
+    QMenu *menu = &popup;
+    const auto actions = popup.actions();
+    for (QAction *action : actions) {
+        if (action->menu() != nullptr && action->menu()->actions().contains(&entry))
+            menu = &openSubmenu(popup, *action);
+    }
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(&entry).center());
+}
+
+FlexGrid &gridOf(const Screen &screen, const char *name)
+{
+    return dynamic_cast<FlexGrid &>(hand::reach(screen, name));
+}
+
+/// The middle of the part of a cell that is in view.
+QPoint cellPlace(const FlexGrid &grid, int row, int column)
+{
+    const QRect cell = grid.cellRect(row, column);
+    if (cell.isEmpty())
+        fail(u"cell %1, %2 of %3 is out of view"_s.arg(row).arg(column).arg(grid.objectName()));
+    return cell.center();
 }
 
 } // namespace
@@ -194,16 +230,32 @@ void choose(const Screen &screen, const char *combo, const QString &entry)
 void chooseMenu(const Screen &screen, const char *menu, const char *entry)
 {
     QMenuBar &bar = *screen.menuBar();
-    const auto place = [](const auto &holder, QAction *action) {
-        return holder.actionGeometry(action).center();
-    };
     QAction *top = const_cast<QAction *>(actionOf(found(screen, menu)));
-    QTest::mouseClick(&bar, Qt::LeftButton, {}, place(bar, top));
-    if (entry == nullptr)
-        return;
-    QMenu &popup = *top->menu();
-    QTest::mouseClick(&popup, Qt::LeftButton, {},
-                      place(popup, const_cast<QAction *>(actionOf(found(screen, entry)))));
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(top).center());
+    if (entry != nullptr)
+        clickEntry(*top->menu(), const_cast<QAction &>(*actionOf(found(screen, entry))));
+}
+
+void choosePopup(const Screen &screen, const char *entry)
+{
+    auto *popup = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    if (popup == nullptr)
+        fail(u"no menu stands open for "_s + QString::fromLatin1(entry));
+    clickEntry(*popup, const_cast<QAction &>(*actionOf(found(screen, entry))));
+}
+
+void clickCell(const Screen &screen, const char *grid, int row, int column, Qt::MouseButton button)
+{
+    const FlexGrid &table = gridOf(screen, grid);
+    QWidget *cells = table.viewport();
+    QTest::mouseClick(cells, button, {}, cells->mapFrom(&table, cellPlace(table, row, column)));
+}
+
+void doubleClickHeading(const Screen &screen, const char *grid, int column)
+{
+    const FlexGrid &table = gridOf(screen, grid);
+    QWidget *headings = table.horizontalHeader()->viewport();
+    QTest::mouseDClick(headings, Qt::LeftButton, {}, headings->mapFrom(&table, cellPlace(table, 0, column)));
 }
 
 void savePicture(QWidget &window, const QString &file)

@@ -36,8 +36,17 @@ void pressKey(QWidget &target, int key, Qt::KeyboardModifiers modifiers = Qt::No
 void pressKey(const Screen &screen, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// Opens the drop-down list and takes the entry with the Enter key.
 void choose(const Screen &screen, const char *combo, const QString &entry);
-/// Clicks the menu in the menu bar and then its entry; for an entry of the bar itself `entry` is null.
+/// Clicks the menu in the menu bar and then its entry, through the submenu that holds it; for an entry of the
+/// bar itself `entry` is null.
 void chooseMenu(const Screen &screen, const char *menu, const char *entry);
+/// Clicks an entry of the menu that stands open.
+void choosePopup(const Screen &screen, const char *entry);
+
+/// Clicks a cell of a FlexGrid that is in view; rows and columns count as the grid does.
+void clickCell(const Screen &screen, const char *grid, int row, int column,
+               Qt::MouseButton button = Qt::LeftButton);
+/// Double-clicks a heading of a FlexGrid that is in view.
+void doubleClickHeading(const Screen &screen, const char *grid, int column);
 
 /// Saves a picture of a window to a PNG file and makes its folder.
 void savePicture(QWidget &window, const QString &file);

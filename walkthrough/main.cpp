@@ -4,6 +4,7 @@
 
 #include "shell/main.h"
 
+#include "browsing.h"
 #include "core/engine.h"
 #include "core/program_place.h"
 #include "platform/runtime/runtime_error.h"
@@ -82,6 +83,7 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playFamily(player, story);
     playRevenue(player, story);
     playExpense(player, story);
+    playBrowsers(player, story);
     playEnd(player, lastly);
     player.play();
     runProgram();

@@ -4,6 +4,7 @@
 #include "platform/ui/application.h"
 #include "platform/ui/screen.h"
 
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTimer>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
@@ -31,6 +32,12 @@ Screen *topScreen(const QString &name)
     return nullptr;
 }
 
+/// What a message box says, without the marks around its lines.
+QString textOf(const QMessageBox &box)
+{
+    return box.text().remove(QChar(0x2068)).remove(QChar(0x2069));
+}
+
 /// What is on the display, for the report of a story that stopped.
 QString display()
 {
@@ -39,7 +46,7 @@ QString display()
         if (!window->isVisible())
             continue;
         const auto *box = qobject_cast<const QMessageBox *>(window);
-        windows += box != nullptr ? u"message \""_s + box->text() + u'"' : window->objectName();
+        windows += box != nullptr ? u"message \""_s + textOf(*box) + u'"' : window->objectName();
     }
     return windows.join(u", "_s);
 }
@@ -60,12 +67,21 @@ void Player::on(const QString &screenName, std::function<void(Screen &)> action)
         [screenName, action = std::move(action)] { action(*topScreen(screenName)); });
 }
 
-void Player::acceptMessage(const QString &part)
+void Player::onIdle(const QString &screenName, std::function<void(Screen &)> action)
+{
+    step(
+        screenName, [this, screenName] { return m_running == 0 && topScreen(screenName) != nullptr; },
+        [screenName, action = std::move(action)] { action(*topScreen(screenName)); });
+}
+
+void Player::acceptMessage(const QString &part, const QString &pictureName)
 {
     const auto box = [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); };
     step(
-        u"message "_s + part, [box, part] { return box() != nullptr && box()->text().contains(part); },
-        [box] {
+        u"message "_s + part, [box, part] { return box() != nullptr && textOf(*box()).contains(part); },
+        [this, box, pictureName] {
+            if (!pictureName.isEmpty())
+                picture(*box(), pictureName);
             QAbstractButton *button = box()->button(QMessageBox::Yes);
             if (button == nullptr)
                 button = box()->buttons().value(0);
@@ -133,6 +149,8 @@ void Player::poll()
     m_steps.pop_front();
     m_waited = 0;
     arm();
+    ++m_running;
+    const auto returned = qScopeGuard([this] { --m_running; });
     try {
         step.action();
     } catch (const std::runtime_error &error) {

@@ -26,9 +26,12 @@ public:
     void step(const QString &what, std::function<bool()> ready, Action action);
     /// Waits until the screen of this name is on top, then acts on it.
     void on(const QString &screenName, std::function<void(Screen &)> action);
-    /// Waits for a message box whose text holds this, and presses the button that closes it: Yes of a
-    /// question.
-    void acceptMessage(const QString &part);
+    /// The same, and until no action before it still runs: for a screen whose routines serve events in the
+    /// middle of their work.
+    void onIdle(const QString &screenName, std::function<void(Screen &)> action);
+    /// Waits for a message box whose text holds this, takes a picture of it where one is named, and presses
+    /// the button that closes it: Yes of a question. Line breaks in `part` are "\n".
+    void acceptMessage(const QString &part, const QString &pictureName = {});
     /// Waits for the input box, types the text in place of what stands there, and accepts.
     void answerInput(const QString &text);
 
@@ -53,6 +56,7 @@ private:
     [[noreturn]] void stop(const QString &why);
 
     std::deque<Step> m_steps;
+    int m_running = 0;   ///< actions that have not returned yet
     qint64 m_waited = 0; ///< milliseconds since the last step was played
     bool m_wasReady = false;
     QString m_failure;

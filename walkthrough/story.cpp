@@ -40,6 +40,10 @@ void addPerson(Player &player, const Story &story, const Person &person)
 
 std::vector<Story> stories()
 {
+    const QStringList amountsOf1000And100{u"33.33"_s,  u"33.33"_s,  u"33.33"_s, u"125.00"_s,
+                                          u"175.00"_s, u"350.00"_s, u"350.00"_s};
+    const QStringList amountsOf1001And200{u"62.00"_s, u"62.00"_s,  u"66.67"_s, u"66.67"_s,
+                                          u"66.67"_s, u"292.10"_s, u"584.21"_s};
     const Story arabicFirst{
         .name = u"arabic-1"_s,
         .arabic = true,
@@ -49,7 +53,9 @@ std::vector<Story> stories()
                    {u"صالح"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"21/11/1984"_s, u"2"_s},
                    {u"مريم"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"30/01/1990"_s, u"2"_s}},
         .revenue = u"1000"_s,
+        .revenueDate = u"15/03/2024"_s,
         .expense = u"100"_s,
+        .expenseDate = u"20/01/2025"_s,
         .ledger = {{1, u"أحمد"_s, u"350"_s},
                    {1, u"صالح"_s, u"350"_s},
                    {1, u"فاطمة"_s, u"125"_s},
@@ -57,6 +63,9 @@ std::vector<Story> stories()
                    {2, u"أحمد"_s, u"33.3333"_s},
                    {2, u"صالح"_s, u"33.3333"_s},
                    {2, u"فاطمة"_s, u"33.3333"_s}},
+        .amounts = amountsOf1000And100,
+        .sums = {u"1,000.00"_s, u"100.00"_s, u"900.00"_s},
+        .firstSums = {u"350.00"_s, u"33.33"_s, u"316.67"_s},
     };
     const Story arabicSecond{
         .name = u"arabic-2"_s,
@@ -67,7 +76,9 @@ std::vector<Story> stories()
                    {u"خالد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"08/05/1979"_s, u"2"_s},
                    {u"سارة"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"19/12/1987"_s, u"2"_s}},
         .revenue = u"1001.50"_s,
+        .revenueDate = u"15/03/2024"_s,
         .expense = u"200"_s,
+        .expenseDate = u"20/01/2025"_s,
         .ledger = {{1, u"حصة"_s, u"62"_s},
                    {1, u"خالد"_s, u"584.2084"_s},
                    {1, u"سارة"_s, u"292.1042"_s},
@@ -75,6 +86,9 @@ std::vector<Story> stories()
                    {2, u"حصة"_s, u"66.6667"_s},
                    {2, u"خالد"_s, u"66.6667"_s},
                    {2, u"سارة"_s, u"66.6667"_s}},
+        .amounts = amountsOf1001And200,
+        .sums = {u"1,000.31"_s, u"200.00"_s, u"800.31"_s},
+        .firstSums = {u"62.00"_s, u"66.67"_s, u" * -4.67"_s},
     };
     const Story englishFirst{
         .name = u"english-1"_s,
@@ -85,7 +99,9 @@ std::vector<Story> stories()
                    {u"Salih"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"21/11/1984"_s, u"2"_s},
                    {u"Maryam"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"30/01/1990"_s, u"2"_s}},
         .revenue = u"1000"_s,
+        .revenueDate = u"15/03/2024"_s,
         .expense = u"100"_s,
+        .expenseDate = u"20/01/2025"_s,
         .ledger = {{1, u"Ahmad"_s, u"350"_s},
                    {1, u"Fatima"_s, u"125"_s},
                    {1, u"Maryam"_s, u"175"_s},
@@ -93,6 +109,9 @@ std::vector<Story> stories()
                    {2, u"Ahmad"_s, u"33.3333"_s},
                    {2, u"Fatima"_s, u"33.3333"_s},
                    {2, u"Maryam"_s, u"33.3333"_s}},
+        .amounts = amountsOf1000And100,
+        .sums = {u"1,000.00"_s, u"100.00"_s, u"900.00"_s},
+        .firstSums = {u"350.00"_s, u"33.33"_s, u"316.67"_s},
     };
     const Story englishSecond{
         .name = u"english-2"_s,
@@ -103,7 +122,9 @@ std::vector<Story> stories()
                    {u"Khalid"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"08/05/1979"_s, u"2"_s},
                    {u"Sara"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"19/12/1987"_s, u"2"_s}},
         .revenue = u"1001.50"_s,
+        .revenueDate = u"15/03/2024"_s,
         .expense = u"200"_s,
+        .expenseDate = u"20/01/2025"_s,
         .ledger = {{1, u"Hissa"_s, u"62"_s},
                    {1, u"Khalid"_s, u"584.2084"_s},
                    {1, u"Noura"_s, u"62"_s},
@@ -111,6 +132,9 @@ std::vector<Story> stories()
                    {2, u"Hissa"_s, u"66.6667"_s},
                    {2, u"Khalid"_s, u"66.6667"_s},
                    {2, u"Noura"_s, u"66.6667"_s}},
+        .amounts = amountsOf1001And200,
+        .sums = {u"1,000.31"_s, u"200.00"_s, u"800.31"_s},
+        .firstSums = {u"62.00"_s, u"66.67"_s, u" * -4.67"_s},
     };
     return {arabicFirst, arabicSecond, englishFirst, englishSecond};
 }
@@ -182,6 +206,7 @@ void playRevenue(Player &player, const Story &story)
         hand::fill(screen, "txtAmount", story.revenue);
         hand::click(screen, "cmdAll");
         hand::pressKey(hand::reach(screen, "txtAmount"), Qt::Key_Return);
+        hand::fill(screen, "DTPicker1", story.revenueDate);
         hand::fill(screen, "txtNote", story.arabic ? u"إيجار الدكان"_s : u"Rent of the shop"_s);
         player.picture(screen, story.name + u"-frmRevenue"_s);
         hand::click(screen, "cmdEntry");
@@ -200,6 +225,7 @@ void playExpense(Player &player, const Story &story)
         hand::click(screen, "cmdAll");
         hand::click(screen, "Check1_3");
         hand::pressKey(hand::reach(screen, "Text1"), Qt::Key_Return);
+        hand::fill(screen, "DTPicker1", story.expenseDate);
         hand::fill(screen, "Text2", story.arabic ? u"فاتورة الكهرباء"_s : u"The electricity bill"_s);
         player.picture(screen, story.name + u"-frmExpense"_s);
         hand::click(screen, "cmdEntry");

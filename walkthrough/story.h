@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <functional>
 #include <vector>
@@ -26,6 +26,13 @@ struct LedgerRow {
     bool operator==(const LedgerRow &) const = default;
 };
 
+/// Sums as the totals show them.
+struct Sums {
+    QString revenues;
+    QString expenses;
+    QString net;
+};
+
 /// One family's first revenue and first expense, in one language.
 struct Story {
     QString name; ///< of the folder that the store lies in
@@ -33,8 +40,13 @@ struct Story {
     QString deceased;
     std::vector<Person> family;
     QString revenue;
+    QString revenueDate;           ///< dd/MM/yyyy
     QString expense;               ///< among all members but the last one by name
+    QString expenseDate;           ///< in a later year
     std::vector<LedgerRow> ledger; ///< by transaction and name
+    QStringList amounts;           ///< of the ledger as the browser shows them, ascending
+    Sums sums;                     ///< of the whole ledger
+    Sums firstSums;                ///< of the member whose row stands first in `ledger`
 };
 
 /// The four stories: two families, each in Arabic and in English.
