@@ -1,3 +1,4 @@
+#include "platform/runtime/format.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
@@ -10,6 +11,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QScrollBar>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,6 +26,18 @@ protected:
         for (int column = 0; column < grid.cols(); ++column)
             cells << grid.textMatrix(row, column);
         return cells.join(u'|');
+    }
+    /// The texts of a column from the first row on.
+    static QString down(const FlexGrid &grid, int column)
+    {
+        QStringList cells;
+        for (int row = 1; row < grid.rows(); ++row)
+            cells << grid.textMatrix(row, column);
+        return cells.join(u' ');
+    }
+    static ColumnFormat written(const QString &pattern)
+    {
+        return {[pattern](const Value &value) { return format(value, pattern); }};
     }
 };
 
@@ -52,12 +66,20 @@ TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
     grid.setRowBackColor(2, QColor(Qt::red));
 
     set->setFilter(u"valid=true"_s); // reloads raw texts, names and widths
-    EXPECT_EQ(reloads, 2);
+    EXPECT_EQ(reloads, 2);           // with the binding
     EXPECT_EQ(grid.rows(), 3);
     EXPECT_EQ(texts(grid, 0), u"|name|amount|valid|dob"_s);
     EXPECT_EQ(texts(grid, 1), u"|a|-5.5|True|03/04/2004"_s);
     EXPECT_EQ(grid.textMatrix(2, 1), u"c"_s);
-    EXPECT_EQ(grid.colWidth(3), 960);
+    EXPECT_EQ(grid.colWidth(3), 960); // until it would cut the heading
+    grid.setHeadingBold(true);
+    set->close();
+    set->open(u"select name as themultiplicationofexpectations from rows"_s, connection, CursorType::Static);
+    EXPECT_EQ(grid.colWidth(1), grid.headingWidth(1) + 120);
+    EXPECT_GT(grid.headingWidth(1), grid.textWidth(grid.fieldName(1)));
+    set->close();
+    set->open(u"select name,amount,valid,dob from rows where valid=true"_s, connection, CursorType::Static,
+              LockType::Optimistic);
     EXPECT_EQ(grid.model()->index(1, 1).data(Qt::BackgroundRole).value<QColor>(), QColor(Qt::red));
     set->moveFirst();
     grid.setCell(2, 3);
@@ -73,8 +95,8 @@ TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
     grid.setDataSource(nullptr);
     set->close();
     connection->close();
-    EXPECT_EQ(grid.textMatrix(3, 1), u"c"_s); // unbound or closed, the texts stay
-    for (const auto &[row, column] : {std::pair(4, 0), std::pair(0, 5), std::pair(-1, 0)})
+    EXPECT_EQ(grid.textMatrix(2, 1), u"c"_s); // unbound or closed, the texts stay
+    for (const auto &[row, column] : {std::pair(3, 0), std::pair(0, 5), std::pair(-1, 0)})
         EXPECT_THROW(grid.textMatrix(row, column), RuntimeError);
 }
 
@@ -139,5 +161,235 @@ TEST_F(FlexGridTest, DrawsNumbersAsWrittenAndCopiesThemBare)
         QTest::keyClick(&grid, key, Qt::ShiftModifier);
     QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"a\t-5.5\n\u0645\u0631\u0649 7\t"_s);
+}
+
+TEST_F(FlexGridTest, SortsByTheShownTexts)
+{
+    openCells({u"'b',2,'01/02/2004'"_s, u"'10',-10.5,'01/01/2004'"_s, u"'',null,null"_s,
+               u"'9.5',1000,'01/02/2004'"_s, u"'B ',2,'31/12/2003'"_s, u"null,null,null"_s,
+               u"'$1,000',2.001,null"_s, u"'\u0633\u0627\u0644\u0645',0,null"_s, u"'a',null,null"_s,
+               u"'-1',3,null"_s});
+    FlexGrid grid;
+    grid.setDataSource(set);
+    constexpr int number = 1, text = 2, amount = 3, day = 4;
+    struct Sort {
+        int column;
+        Qt::SortOrder order;
+        QString numbers; ///< of the rows
+    };
+    const auto sort = [&](const Sort &told) {
+        grid.sort(told.column, told.order);
+        EXPECT_EQ(down(grid, number), told.numbers) << told.column << told.order;
+    };
+    grid.setCell(3, 2);
+    sort({text, Qt::AscendingOrder, u"3 6 10 4 2 7 8 9 1 5"_s});
+    sort({text, Qt::AscendingOrder, u"3 6 10 4 2 7 8 9 1 5"_s});
+    sort({text, Qt::DescendingOrder, u"1 5 9 8 7 2 4 10 3 6"_s});
+    sort({number, Qt::DescendingOrder, u"10 9 8 7 6 5 4 3 2 1"_s}); // not as texts
+    sort({amount, Qt::DescendingOrder, u"4 10 7 5 1 8 2 9 6 3"_s});
+    EXPECT_EQ(std::pair(grid.row(), grid.col()), std::pair(3, 2)); // the place, not what stood there
+
+    set->setFilter(u"n>2"_s);
+    EXPECT_EQ(down(grid, number), u"3 4 5 6 7 8 9 10"_s);
+    set->setFilter({});
+    grid.setColFormat(amount, written(u"#,###,##0.00"_s));
+    grid.setColFormat(day, written(u"yyyy/mm/dd"_s));
+    sort({amount, Qt::DescendingOrder, u"4 10 1 5 7 8 2 3 6 9"_s}); // 2 and 2.001 read 2.00
+    sort({day, Qt::AscendingOrder, u"10 7 8 3 6 9 5 2 4 1"_s});
+    EXPECT_EQ(down(grid, day), u"      2003/12/31 2004/01/01 2004/02/01 2004/02/01"_s);
+
+    grid.setTextMatrix(9, text, u"-7"_s); // row 4
+    grid.setCellBackColor(9, text, Qt::blue);
+    sort({text, Qt::AscendingOrder, u"3 6 4 10 2 7 8 9 5 1"_s});
+    EXPECT_EQ(grid.textMatrix(3, text), u"-7"_s);
+    const auto cell = [&](int row, int role) {
+        return grid.model()->index(row - 1, text).data(role).value<QColor>();
+    };
+    EXPECT_EQ(cell(3, Qt::BackgroundRole), QColor(Qt::blue));
+    EXPECT_FALSE(cell(9, Qt::BackgroundRole).isValid());
+    EXPECT_EQ(cell(3, Qt::ForegroundRole), QColor(Qt::white));
+    grid.setCellBackColor(3, text, Qt::yellow);
+    EXPECT_EQ(cell(3, Qt::ForegroundRole), QColor(Qt::black));
+}
+
+TEST_F(FlexGridTest, MovesAColumnWithAllThatBelongsToIt)
+{
+    FlexGrid grid;
+    grid.setDataSource(set);
+    grid.setColFormat(2, written(u"0.00"_s));
+    grid.setTextMatrix(3, 2, u"none"_s);
+    grid.setTextMatrix(0, 2, u"Amount"_s);
+    grid.setColWidth(2, 1500);
+    grid.setCell(1, 2);
+    grid.moveColumn(2, 4);
+    EXPECT_EQ(texts(grid, 0), u"|name|valid|dob|Amount"_s);
+    EXPECT_EQ(texts(grid, 1), u"|a|True|03/04/2004|-5.50"_s);
+    EXPECT_EQ(texts(grid, 3), u"|c|True||none"_s);
+    EXPECT_EQ(grid.fieldName(4), u"amount"_s);
+    EXPECT_EQ(grid.columnOf(u"dob"_s), 3);
+    EXPECT_EQ(std::pair(grid.colWidth(4), grid.colWidth(2)), std::pair(1500, 960));
+    EXPECT_EQ(grid.col(), 4);
+    grid.setFormatString(u"|1|2|3|4"_s);
+    EXPECT_EQ(texts(grid, 0), u"|1|2|3|4"_s);
+    grid.sort(4, Qt::DescendingOrder);
+    EXPECT_EQ(down(grid, 1), u"c a \u0645\u0631\u0649 7"_s);
+    grid.selectAll();
+    QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              u"c\tTrue\t\tnone\na\tTrue\t03/04/2004\t-5.50\n\u0645\u0631\u0649 7\tFalse\t\t"_s);
+    for (const auto &[from, to] : {std::pair(0, 1), {1, 0}, {1, 5}})
+        EXPECT_THROW(grid.moveColumn(from, to), RuntimeError);
+    set->setFilter(u"valid=true"_s);
+    EXPECT_EQ(texts(grid, 0), u"|name|amount|valid|dob"_s);
+    EXPECT_EQ(texts(grid, 1), u"|a|-5.5|True|03/04/2004"_s);
+}
+
+TEST_F(FlexGridTest, DragsAColumnByItsHeading)
+{
+    const QString told = u"|name|amount|valid|dob"_s;
+    struct Drag {
+        const char *what;
+        QPoint press, move, drop; ///< from the middle of the column's heading, from left to right
+        int from, to;
+        QString order;
+    };
+    const QList<Drag> drags{{"onwards", {}, {4, 0}, {}, 2, 4, u"|name|valid|dob|amount"_s},
+                            {"backwards", {}, {-1, -3}, {}, 4, 1, u"|dob|name|amount|valid"_s},
+                            {"not far enough", {}, {2, 1}, {}, 2, 4, told},
+                            {"off the headings", {}, {0, 60}, {}, 2, 4, told},
+                            {"dropped on a cell", {}, {4, 0}, {0, 60}, 2, 4, told},
+                            {"onto the fixed column", {}, {4, 0}, {}, 2, 0, told},
+                            {"the fixed column", {}, {4, 0}, {}, 0, 2, told},
+                            {"at an edge", {49, 0}, {60, 0}, {}, 2, 4, told}};
+    for (const bool fromTheRight : {false, true}) {
+        for (const Drag &drag : drags) {
+            FlexGrid grid;
+            grid.setColumnDragging(50);
+            grid.resize(600, 150);
+            setRightToLeft(&grid, fromTheRight);
+            grid.setDataSource(set);
+            for (int column = 1; column < grid.cols(); ++column)
+                grid.setColWidth(column, 100 * twipsPerPixel);
+            grid.show();
+            QWidget &headings = *grid.horizontalHeader()->viewport();
+            const auto place = [&](int column, QPoint offset) {
+                offset.rx() *= fromTheRight ? -1 : 1;
+                return headings.mapFrom(&grid, grid.cellRect(0, column).center() + offset);
+            };
+            const auto mouse = [&](QEvent::Type type, QPoint at) {
+                const bool moves = type == QEvent::MouseMove;
+                const bool ends = type == QEvent::MouseButtonRelease;
+                QMouseEvent event(type, at, headings.mapToGlobal(at), moves ? Qt::NoButton : Qt::LeftButton,
+                                  ends ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+                QCoreApplication::sendEvent(&headings, &event);
+            };
+            mouse(QEvent::MouseButtonPress, place(drag.from, drag.press));
+            mouse(QEvent::MouseMove, place(drag.from, drag.press + drag.move));
+            mouse(QEvent::MouseButtonRelease, place(drag.to, drag.drop));
+            EXPECT_EQ(texts(grid, 0), drag.order) << drag.what << fromTheRight;
+            EXPECT_EQ(grid.colWidth(2) / twipsPerPixel, drag.press.isNull() ? 100 : 160) << fromTheRight;
+        }
+    }
+}
+
+TEST_F(FlexGridTest, TellsOfClicksAndKeys)
+{
+    FlexGrid grid;
+    grid.resize(600, 150);
+    grid.setDataSource(set);
+    grid.show();
+    QStringList told;
+    const auto tell = [&](const char *what, int row, int column) {
+        told << u"%1 %2 %3"_s.arg(QLatin1StringView(what)).arg(row).arg(column);
+    };
+    QObject::connect(&grid, &FlexGrid::cellClicked, &grid,
+                     [&](int row, int column) { tell("click", row, column); });
+    QObject::connect(&grid, &FlexGrid::cellDoubleClicked, &grid,
+                     [&](int row, int column) { tell("double", row, column); });
+    QObject::connect(&grid, &FlexGrid::headingDoubleClicked, &grid,
+                     [&](int column) { tell("double", 0, column); });
+    QObject::connect(&grid, &FlexGrid::contextMenuWanted, &grid, [&](int row, int column, QPoint at) {
+        EXPECT_TRUE(grid.cellRect(row, column).contains(at));
+        tell("menu", row, column);
+    });
+    const auto told1 = [&] { return std::exchange(told, {}).join(u", "_s); };
+    const auto at = [&](int row, int column) {
+        return grid.viewport()->mapFrom(&grid, grid.cellRect(row, column).center());
+    };
+    const auto onHeading = [&](int column) { return QPoint(at(1, column).x(), 5); };
+    QWidget &headings = *grid.horizontalHeader()->viewport();
+
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at(2, 3));
+    EXPECT_EQ(told1(), u"click 2 3"_s);
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, at(3, 2));
+    EXPECT_EQ(told1(), u"menu 3 2"_s);
+    EXPECT_EQ(std::pair(grid.row(), grid.col()), std::pair(3, 2));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at(1, 0)); // the fixed column
+    EXPECT_EQ(told1(), QString());
+    EXPECT_EQ(grid.row(), 3);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at(1, 1));
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, at(1, 1));
+    EXPECT_EQ(told1(), u"click 1 1, double 1 1"_s);
+    QTest::mouseDClick(&headings, Qt::LeftButton, {}, onHeading(2));
+    EXPECT_EQ(told1(), u"double 0 2"_s);
+    QTest::mouseClick(&headings, Qt::RightButton, {}, onHeading(3));
+    QTest::mouseDClick(&headings, Qt::RightButton, {}, onHeading(3));
+    EXPECT_EQ(told1(), u"menu 0 3"_s);
+
+    grid.setCell(2, 3);
+    QTest::keyClick(&grid, Qt::Key_Space);
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QTest::keyClick(&grid, Qt::Key_Enter, Qt::KeypadModifier);
+    QTest::keyClick(&grid, Qt::Key_Menu);
+    QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
+    QTest::keyClick(&grid, Qt::Key_F3);
+    EXPECT_EQ(told1(), u"click 2 3, click 2 3, click 2 3, menu 2 3, menu 2 3, double 0 3"_s);
+
+    const auto moveBy = [&](Qt::Key key) {
+        QTest::keyClick(&grid, key, Qt::ControlModifier | Qt::ShiftModifier);
+        return texts(grid, 0);
+    };
+    EXPECT_EQ(moveBy(Qt::Key_Left), u"|name|amount|valid|dob"_s); // columns stay unless they can be dragged
+    grid.setColumnDragging(50);
+    grid.setCell(2, 3);
+    EXPECT_EQ(moveBy(Qt::Key_Left), u"|name|valid|amount|dob"_s);
+    setRightToLeft(&grid, true);
+    for (int i = 0; i < 3; ++i) // no further than to the fixed column
+        moveBy(Qt::Key_Right);
+    EXPECT_EQ(texts(grid, 0), u"|valid|name|amount|dob"_s);
+    EXPECT_EQ(moveBy(Qt::Key_Left), u"|name|valid|amount|dob"_s);
+    EXPECT_EQ(std::pair(grid.row(), grid.col()), std::pair(2, 2));
+}
+
+TEST_F(FlexGridTest, ScrollsFromRightToLeft)
+{
+    openCells(QStringList(40, u"'line\nbreak',1,null"_s));
+    FlexGrid grid;
+    grid.resize(300, 200);
+    setRightToLeft(&grid, true);
+    grid.setDataSource(set);
+    for (int column = 1; column < grid.cols(); ++column)
+        grid.setColWidth(column, 150 * twipsPerPixel);
+    grid.show();
+    EXPECT_LT(grid.verticalScrollBar()->mapTo(&grid, QPoint()).x(), 5);
+    EXPECT_GT(grid.cellRect(1, 0).right(), 290);
+    EXPECT_LT(grid.cellRect(1, 1).right(), grid.cellRect(1, 0).left());
+    EXPECT_TRUE(grid.cellRect(1, 4).isEmpty());
+    grid.setTopRow(17);
+    EXPECT_EQ(grid.topRow(), 17);
+    EXPECT_EQ(grid.cellRect(17, 1).top(), grid.cellRect(0, 1).bottom() + 1);
+    grid.setTopRow(99);
+    EXPECT_FALSE(grid.cellRect(40, 1).isEmpty());
+    EXPECT_TRUE(grid.cellRect(1, 1).isEmpty());
+    grid.horizontalScrollBar()->setValue(grid.horizontalScrollBar()->maximum());
+    EXPECT_TRUE(grid.cellRect(40, 1).isEmpty());
+    EXPECT_EQ(grid.cellRect(0, 4).left(), grid.cellRect(40, 4).left());
+    EXPECT_EQ(grid.cellRect(0, 4).width(), 150);
+    grid.setTopRow(-3);
+    EXPECT_EQ(grid.topRow(), 1);
+
+    EXPECT_EQ(grid.textMatrix(1, 2), u"line\nbreak"_s);
+    EXPECT_TRUE(
+        grid.model()->index(0, 2).data().toString().contains(u"line break"_s)); // in the one line it has
 }
 } // namespace

@@ -22,7 +22,8 @@ FlexGrid::FlexGrid(QWidget *parent) : TextTable(parent), m_headingMouse(new Head
     setModel(m_model.get());
     setContextMenuPolicy(Qt::PreventContextMenu); // contextMenuWanted() does its work
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
-        Q_EMIT cellClicked(index.row() + fixedRows(), columnOf(index));
+        if (index.flags().testFlag(Qt::ItemIsEnabled))
+            Q_EMIT cellClicked(index.row() + fixedRows(), columnOf(index));
     });
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
         Q_EMIT cellDoubleClicked(index.row() + fixedRows(), columnOf(index));

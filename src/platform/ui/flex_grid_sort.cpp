@@ -8,18 +8,6 @@
 
 namespace
 {
-/// The texts of a column, most of them once, and for each row the index of its text.
-struct TextsByRow {
-    std::vector<QString> texts;
-    std::vector<int> ofRow;
-
-    int add(const QString &text)
-    {
-        texts.push_back(text);
-        return int(texts.size()) - 1;
-    }
-};
-
 /// A text's place in the order: empty texts, then numbers, then others by their letters.
 struct SortKey {
     enum class Kind { Empty, Number, Letters } kind = Kind::Empty;
@@ -41,17 +29,29 @@ SortKey sortKey(const QString &text)
     return {SortKey::Kind::Letters, {}, sql::sortKey(text)};
 }
 
-void readFieldTexts(TextsByRow &result, const ColumnTexts &column)
+/// The keys of a column's texts, most of them once, and for each row the index of its key.
+struct KeysByRow {
+    std::vector<SortKey> keys;
+    std::vector<int> ofRow;
+
+    int add(const QString &text)
+    {
+        keys.push_back(sortKey(text));
+        return int(keys.size()) - 1;
+    }
+};
+
+void readField(KeysByRow &result, const ColumnTexts &column)
 {
     const RowsShown &rows = *column.rows;
     QHash<QString, int> texts;
     QHash<qint64, int> numbers;
     const auto add = [&](int row) { return result.add(column.textOf(rows.value(row, column.field))); };
-    const auto put = [&](int row, auto &known, auto key) {
-        auto text = known.constFind(key);
-        if (text == known.constEnd())
-            text = known.insert(key, add(row));
-        result.ofRow[size_t(row)] = *text;
+    const auto put = [&](int row, auto &known, auto value) {
+        auto key = known.constFind(value);
+        if (key == known.constEnd())
+            key = known.insert(value, add(row));
+        result.ofRow[size_t(row)] = *key;
     };
     switch (column.type()) {
     case FieldType::Text:
@@ -71,26 +71,24 @@ void readFieldTexts(TextsByRow &result, const ColumnTexts &column)
     }
 }
 
-TextsByRow textsByRow(const ColumnTexts &column, int rows)
+KeysByRow keysByRow(const ColumnTexts &column, int rows)
 {
-    TextsByRow result{{}, std::vector<int>(size_t(rows))};
+    KeysByRow result{{}, std::vector<int>(size_t(rows))};
     result.add(column.textOf({})); // of the rows that hold Null
     if (column.hasField())
-        readFieldTexts(result, column);
+        readField(result, column);
     for (const auto &[row, text] : column.written.asKeyValueRange())
         result.ofRow[size_t(row)] = result.add(text);
     return result;
 }
 
-/// For each text its place among all; equal ones have the same.
-std::vector<int> ranks(const std::vector<QString> &texts)
+/// For each key its place among all; equal ones have the same.
+std::vector<int> ranks(const std::vector<SortKey> &keys)
 {
-    std::vector<SortKey> keys(texts.size());
-    std::ranges::transform(texts, keys.begin(), sortKey);
-    std::vector<size_t> order(texts.size());
+    std::vector<size_t> order(keys.size());
     std::iota(order.begin(), order.end(), size_t(0));
     std::ranges::sort(order, [&keys](size_t a, size_t b) { return keys[a] < keys[b]; });
-    std::vector<int> result(texts.size());
+    std::vector<int> result(keys.size());
     for (size_t i = 1; i < order.size(); ++i)
         result[order[i]] = result[order[i - 1]] + (keys[order[i - 1]] < keys[order[i]] ? 1 : 0);
     return result;
@@ -99,9 +97,9 @@ std::vector<int> ranks(const std::vector<QString> &texts)
 
 void sortRows(std::vector<int> &rows, const ColumnTexts &texts, Qt::SortOrder order)
 {
-    const TextsByRow shown = textsByRow(texts, int(rows.size()));
-    const std::vector<int> rankOfText = ranks(shown.texts);
+    const KeysByRow shown = keysByRow(texts, int(rows.size()));
+    const std::vector<int> rankOfKey = ranks(shown.keys);
     const int sign = order == Qt::AscendingOrder ? 1 : -1;
     std::ranges::stable_sort(rows, {},
-                             [&](int row) { return sign * rankOfText[size_t(shown.ofRow[size_t(row)])]; });
+                             [&](int row) { return sign * rankOfKey[size_t(shown.ofRow[size_t(row)])]; });
 }

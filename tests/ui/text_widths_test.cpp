@@ -1,0 +1,152 @@
+#include "platform/runtime/format.h"
+#include "platform/ui/flex_grid.h"
+#include "platform/ui/fonts.h"
+#include "platform/ui/text_widths.h"
+#include "platform/ui/twips.h"
+#include "rows_fixture.h"
+
+#include <algorithm>
+#include <random>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+/// Fonts of different scripts and digits: those of the last one stand closer in some pairs.
+const QList<QFont> &fonts()
+{
+    static const QList<QFont> all{readableFont({}, 10, false), readableFont(u"Noto Kufi Arabic"_s, 13, true),
+                                  readableFont(u"DejaVu Serif"_s, 9, false),
+                                  readableFont(u"Liberation Serif"_s, 14, true)};
+    return all;
+}
+
+const QString latin = u"abcfijklTVAWY\u00E9 "_s;
+const QString arabic = u"\u0627\u0644\u0644\u0645\u0631\u0647\u064A\u0621\u0633\u0635\u0639\u0649\u0629 "_s;
+const QString digits = u"0123456789017"_s;
+const QString signs = u" .,:/-+()%"_s;
+const QString others = u"\u064E\u0651\u060C\u0663\u0301\u200D\u200F\u0600\U0001F600\t"_s;
+
+class RandomTexts
+{
+public:
+    QString next(const QString &letters, int length)
+    {
+        QString text;
+        while (text.size() < length)
+            text += letters[qsizetype(m_engine() % size_t(letters.size()))];
+        return text;
+    }
+
+private:
+    std::mt19937 m_engine{1};
+};
+
+TEST(TextWidthsTest, BoundsAreNeverBelowTheWidth)
+{
+    RandomTexts random;
+    for (const QFont &font : fonts()) {
+        const QFontMetrics metrics(font);
+        for (const QString &letters :
+             {latin, arabic, digits + signs, latin + digits + signs, arabic + digits + digits + signs,
+              arabic + latin + digits + signs, arabic + latin + digits + signs + others}) {
+            const auto bounds = std::make_shared<WidthBounds>(metrics);
+            WidestText widest(bounds);
+            int plain = 0;
+            for (int i = 0; i < 60; ++i) {
+                const QString text = random.next(letters, 3 + i % 20);
+                const int width = metrics.horizontalAdvance(text);
+                EXPECT_GE(bounds->bound(text), width) << text.toStdString() << font.family().toStdString();
+                EXPECT_GE(bounds->boundForAnyDigits(text), bounds->bound(text)) << text.toStdString();
+                widest.take(text);
+                plain = std::max(plain, width);
+                EXPECT_EQ(widest.width(), plain);
+            }
+        }
+    }
+}
+
+TEST(TextWidthsTest, MeasuresFewOfTheTextsThatDifferInDigits)
+{
+    for (const QFont &font : fonts()) {
+        const auto bounds = std::make_shared<WidthBounds>(QFontMetrics(font));
+        for (const QString &text : {u"payment %1 of shop 7"_s, u"\u062F\u0641\u0639\u0629 %1"_s,
+                                    u"\u062F\u0641\u0639\u0629 TX-%1"_s}) {
+            WidestText widest(bounds);
+            for (int i = 0; i < 3000; ++i)
+                widest.take(text.arg(i));
+        }
+        EXPECT_LT(bounds->measured(), 150);
+    }
+}
+
+class GridWidthsTest : public RowsFixture
+{
+protected:
+    static int plainWidth(const FlexGrid &grid, int column)
+    {
+        int widest = 0;
+        for (int row = 1; row < grid.rows(); ++row)
+            widest = std::max(widest, grid.textWidth(grid.textMatrix(row, column)));
+        return widest;
+    }
+};
+
+TEST_F(GridWidthsTest, TheWidestTextIsThatOfPlainMeasuring)
+{
+    constexpr int number = 1, text = 2, amount = 3, day = 4;
+    RandomTexts random;
+    QStringList rows;
+    for (int i = 0; i < 300; ++i)
+        rows << u"'%1',%2,%3"_s.arg(random.next(arabic + digits, i % 12),
+                                    random.next(u"1234567890"_s, 1 + i % 6),
+                                    i % 5 == 0 ? u"null"_s : u"'%1/03/2004'"_s.arg(1 + i % 31));
+    rows << u"null,-1111.11,null"_s << u"'WWW',null,null"_s;
+    openCells(rows);
+    const auto money = [](const Value &value) { return format(value, u"#,##0.00"_s); };
+    const auto digitsOf = [](qint64 tenThousandths) {
+        return int(QString::number(tenThousandths / 10000).size()) * (tenThousandths < 0 ? -1 : 1);
+    };
+    const auto nothing = [](const Value &value) {
+        return value.isNull() ? u"nothing at all is told"_s : value.toText();
+    };
+    const auto always = [] { return true; };
+    for (const QFont &font : fonts()) {
+        FlexGrid grid;
+        grid.setFont(font);
+        grid.setDataSource(set);
+        const auto expectPlain = [&](const char *what) {
+            for (int column = 0; column < grid.cols(); ++column)
+                EXPECT_EQ(grid.widestText(column, always), plainWidth(grid, column)) << what << column;
+        };
+        expectPlain("values");
+        grid.setColFormat(amount, {money});
+        grid.setColFormat(number, {[](const Value &value) { return u"no. "_s + value.toText(); }});
+        grid.setColFormat(day, {nothing, [](qint64) { return 0; }});
+        expectPlain("formats");
+        grid.setColFormat(amount, {money, digitsOf});
+        grid.setColFormat(text, {nothing});
+        grid.sort(amount, Qt::DescendingOrder);
+        grid.moveColumn(text, amount);
+        expectPlain("patterns");
+        for (int row = 1; row < 20; ++row)
+            grid.setTextMatrix(row, text, u"1"_s); // where the amounts stand now, the widest on top
+        grid.setTextMatrix(1, number, u"the number is not known"_s);
+        expectPlain("cells of their own");
+        set->setFilter(u"n=0"_s);
+        expectPlain("no rows");
+        grid.setTextMatrix(1, 1, u"no rows"_s);
+        expectPlain("a text without rows");
+        set->setFilter({});
+    }
+}
+
+TEST_F(GridWidthsTest, StopsWhenItIsCalledOff)
+{
+    FlexGrid grid;
+    grid.setDataSource(set);
+    int calls = 0;
+    EXPECT_EQ(grid.widestText(1, [&] { return ++calls > 1; }), std::nullopt);
+    EXPECT_EQ(calls, 1);
+}
+} // namespace
