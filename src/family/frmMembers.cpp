@@ -154,13 +154,10 @@ void frmMembers::formatGrid()
     grid.setFormatString(headings.join(u'|'));
 
     for (int column = 0; column < m_primary->fieldCount(); ++column) {
-        int width = grid.textWidth(headings[column]);
-        for (int row = 0; row < m_primary->rowCount(); ++row) {
-            const QString text =
-                memberCellText(m_primary->field(column).name, m_primary->valueAt(row, column));
-            grid.setTextMatrix(row + grid.fixedRows(), column, text);
-            width = std::max(width, grid.textWidth(text));
-        }
+        const QString field = m_primary->field(column).name;
+        grid.setColFormat(column, {[field](const Value &value) { return memberCellText(field, value); }});
+        const int widest = grid.widestText(column, [] { return true; }).value_or(0);
+        const int width = std::max(widest, grid.textWidth(headings[column]));
         grid.setColWidth(column, width + cellPadding);
     }
     for (int row = 1; row < m_primary->rowCount(); row += 2)
