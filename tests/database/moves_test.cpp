@@ -195,6 +195,7 @@ TEST_F(Moves, FindStartsAtTheCurrentRow)
     EXPECT_EQ(found(u"name='B'"_s), "2");
     EXPECT_EQ(found(u"group=1e3"_s), "2"); // inclusive
     EXPECT_EQ(found(u"group=1,000"_s), "3001");
+    EXPECT_EQ(found(u"group="_s + QString(10'000, u'9')), "3001");
     EXPECT_EQ(found(u"name='c' and group=3"_s), "3001"); // one column
     EXPECT_EQ(found(u"name='a'"_s), "eof");              // above
     EXPECT_EQ(found(u"name='a'"_s), "3021");
@@ -226,6 +227,47 @@ TEST_F(Moves, ClonesShareTheRowsUntilARequery)
     EXPECT_EQ(set->recordCount(), 3);
     set->close();
     EXPECT_TRUE(copy->eof());
+}
+
+TEST_F(Moves, TheRowsShownStayAsTheyWere)
+{
+    addPeople({u"a"_s, u"b"_s, u"c"_s});
+    connection->execute(u"update people set note='x' where [group]>1"_s);
+    connection->execute(u"update people set amount=null where [group]=3"_s);
+    const RecordsetPtr set = opened(u"select note,amount,valid,dob,[group] from people"_s);
+    const auto told = [](const RowsShown &rows) {
+        QStringList parts{QString::number(rows.count())};
+        std::vector<bool> met;
+        for (int first = 0; first < rows.count(); first += 2) { // in pieces
+            parts += rows.distinctTexts(0, first, 2, met);
+            for (int field = 1; field < 4; ++field) {
+                rows.visitNumbers(field, first, 2, [&](int row, qint64 number) {
+                    parts += QString::number(row) + u':' + QString::number(number);
+                });
+            }
+        }
+        return parts.join(u' ').toStdString();
+    };
+    const auto all = set->rowsShown();
+    set->setFilter(u"group>1"_s);
+    const auto some = set->rowsShown();
+    const std::string numbers = "0:15000 1:25000 0:-1 1:0 0:1075593600 1:1075680000 2:-1 2:1075766400";
+    EXPECT_EQ(told(*all), "3 x " + numbers);
+    EXPECT_EQ(told(*some), "2 x 0:25000 0:0 1:-1 0:1075680000 1:1075766400");
+
+    set->setFilter({});
+    set->setValue(0, u"y"_s); // a change by the set itself shows through
+    set->addNew();
+    set->setValue(0, u"q"_s);
+    set->update();
+    connection->execute(u"delete from people"_s);
+    set->requery();
+    EXPECT_EQ(set->rowsShown()->count(), 0);
+    set->close();
+    EXPECT_EQ(number([&] { set->rowsShown(); }), 3704);
+    EXPECT_EQ(told(*all), "3 y x " + numbers);
+    EXPECT_EQ(some->value(1, 0), Value(u"x"_s));
+    EXPECT_TRUE(some->value(1, 1).isNull());
 }
 
 TEST_F(Moves, ASetByConnectionStringStandsAlone)

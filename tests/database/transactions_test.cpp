@@ -223,4 +223,41 @@ TEST_F(Transactions, ALockHeldByAnotherProgramIsTold)
     EXPECT_EQ(outcome([&] { other->execute(u"delete from settings"_s); }), "-2147467259 database is locked");
     connection->commitTrans();
     EXPECT_EQ(outcome([&] { other->execute(u"delete from settings"_s); }), "ok");
+
+    addPeople({u"a"_s});
+    const RecordsetPtr set = opened(u"select name from people"_s);
+    connection->session().engine().run("pragma busy_timeout = 1");
+    other->session().engine().run("begin exclusive");
+    EXPECT_EQ(outcome([&] { set->requery(); }), "-2147467259 database is locked");
+    EXPECT_EQ(outcome([&] { opened(u"select id from settings"_s); }), "-2147467259 database is locked");
+    EXPECT_EQ(outcome([&] { set->setFilter(u"name='a'"_s); }), "ok");
+    EXPECT_EQ(shown(*set), "a");
+    other->session().engine().run("rollback");
+    EXPECT_EQ(outcome([&] { set->requery(); }), "ok");
+}
+
+TEST_F(Transactions, ATableDroppedByAnotherProgramLeavesTheRowsThatWereRead)
+{
+    addPeople({u"a"_s, u"b"_s});
+    const RecordsetPtr set = opened(u"select name,note from people"_s);
+    const ConnectionPtr other = Connection::create();
+    other->open(connectionTo(path));
+    other->execute(u"drop table people"_s);
+    set->setValue(u"note"_s, u"x"_s);
+    const std::function<void()> uses[] = {
+        [&] { set->update(); },
+        [&] {
+            set->cancelUpdate();
+            set->requery();
+        },
+        [&] { opened(u"select name,note from people"_s); },
+        [&] { table()->recordCount(); },
+        [&] { connection->execute(u"delete from people"_s); },
+    };
+    for (const auto &use : uses)
+        EXPECT_EQ(outcome(use), "-2147217865 The database engine cann");
+    EXPECT_EQ(shown(*set), "a null,b null");
+    set->setFilter(u"name='b'"_s);
+    EXPECT_EQ(shown(*set), "b null");
+    EXPECT_EQ(table(u"settings"_s)->recordCount(), 0);
 }

@@ -233,6 +233,8 @@ bool Engine::keyFits() const
         sqlite3_step(statement);
         result = sqlite3_finalize(statement);
     }
+    if ((result & 0xff) == SQLITE_BUSY) // it has waited long enough
+        throw engineError(handle());
     return result != SQLITE_NOTADB && result != SQLITE_ERROR; // what else is wrong comes out later
 }
 
@@ -323,6 +325,8 @@ RuntimeError engineError(sqlite3 *handle)
         }
         if (text == u"integer overflow") // of a sum
             return runtime_errors::overflow();
+        if (text.startsWith(u"no such table: "_s)) // another program has dropped it
+            return data_errors::unknownTable(text.section(u": "_s, 1).section(u'.', -1));
         if (text == u"parser stack overflow") // a hundred symbols, whose use the dialect does not count
             return data_errors::syntax(u"The query is too complex."_s);
         break;

@@ -96,6 +96,7 @@ private:
     void key(const QString &password);
     void setUp(const QByteArray &schema);
     /// Whether the first page can be read; it is the first read, which undoes what a crash has left.
+    /// @throws RuntimeError for a file that somebody keeps locked
     bool keyFits() const;
     bool keyFitsAside(const QString &password) const;
     void renewTextIndexes();
