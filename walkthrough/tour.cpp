@@ -1,5 +1,6 @@
 #include "tour.h"
 
+#include "browser/frmUniversalGrid.h"
 #include "core/engine.h"
 #include "entry/frmExpense.h"
 #include "entry/frmRevenue.h"
@@ -44,6 +45,49 @@ void pictureOf(const QString &folder, const QString &suffix)
     takePicture(screen, folder + u'/' + screen.objectName() + suffix);
 }
 
+/// Fills the tables of the browsers so far that scroll bars stand.
+void addRows()
+{
+    const auto add = [](const QString &table, const QString &columns, const QString &values) {
+        engine.dbConnection->execute(u"insert into %1 (%2) values (%3)"_s.arg(table, columns, values));
+    };
+    const QString note = engine.isArabic ? u"إصلاح سقف العمارة رقم 14 (الدور 2)"_s
+                                         : u"Repair of the roof of house 14 (2nd floor)"_s;
+    double amount = 0.5;
+    for (int i = 0; i < 40; ++i, amount *= 1.5) {
+        const QString entry =
+            u"%1,%2,%3,%4,'%5/11/2025 %6','21/11/2025 00:30:00','وكيل العائلة','%7','Bank 12/7','شيك',%8"_s
+                .arg(QString::number(i + 3), i % 3 ? u"true"_s : u"false"_s, i % 5 ? u"true"_s : u"false"_s,
+                     QString::number(amount, 'f', 4))
+                .arg(i % 28 + 1)
+                .arg(i % 4 ? u"00:00:00"_s : u"13:05:09"_s, note)
+                .arg(i % 19 + 1);
+        const QString columns = u"transactionid,creditordebit,valid,amount,ddate,enteredon,enteredby,"
+                                "transactiondetail,paymentdetail,paymentmethod,gtype"_s;
+        add(u"general"_s, columns, entry);
+        add(u"ledger"_s, u"name,totalamount,"_s + columns,
+            u"'%1',%2,%3"_s.arg(i % 2 ? u"عبد الرحمن بن صالح"_s : u"Abdulrahman"_s,
+                                QString::number(amount, 'f', 4), entry));
+        add(u"audit_members"_s,
+            u"name,sex,title,relation,dob,[group],valid,lastupdate,updatedon,updatedby,updatetype"_s,
+            u"'عبد الرحمن',1,'السيد',2,'04/07/1980',1,true,'20/11/2025 13:05:09','21/11/2025 "
+            u"08:00:00','root',"
+            "'update'"_s);
+    }
+}
+
+/// Browsers of the given tables on more rows than the store has: those are taken back.
+void picturesOfBrowsers(const QString &folder, const QString &suffix)
+{
+    engine.dbConnection->beginTrans();
+    addRows();
+    for (const QString &table : {u"ledger"_s, u"general"_s, u"audit_members"_s}) {
+        engine.browseTable = table;
+        pictureOf<frmUniversalGrid>(folder, u'-' + table + suffix);
+    }
+    engine.dbConnection->rollbackTrans();
+}
+
 /// The login screen chooses Arabic by itself when it loads: for an English picture its own captions are put
 /// back.
 void pictureOfLogin(const QString &folder, const QString &suffix, bool arabic)
@@ -85,6 +129,7 @@ void takeTour(const QString &folder)
         pictureOf<frmExpense>(folder, suffix);
         pictureOf<frmRevenue>(folder, suffix);
         pictureOf<frmSelectDates>(folder, suffix);
+        picturesOfBrowsers(folder, suffix);
     }
     engine = before;
 }
