@@ -48,11 +48,6 @@ int datePattern(qint64 seconds)
     return hour % hoursOfDay != 0 ? 1 : 0;
 }
 
-int wholeNumberPattern(qint64 number)
-{
-    return number < 0 ? -digitsOf(number) : digitsOf(number);
-}
-
 /// The words that the grid shows; none for other fields.
 std::optional<std::pair<QString, QString>> wordsOf(const QString &fieldName)
 {
@@ -117,17 +112,13 @@ ColumnFormat columnFormatOf(const FieldInfo &field)
         return {[](const Value &value) { return value.isNull() ? QString() : FormatStamp(value.toDate()); },
                 datePattern};
     case FieldType::Boolean:
-        if (const auto words = wordsOf(field.name)) {
+        if (const auto words = wordsOf(field.name))
             return {[words](const Value &value) {
                         return value.isNull() ? QString()
                                               : chosen(value.toBool(), words->first, words->second);
                     },
-                    [](qint64 number) { return int(number); }};
-        }
+                    {}};
         return {};
-    case FieldType::Long:
-    case FieldType::Byte:
-        return {[](const Value &value) { return value.toText(); }, wholeNumberPattern};
     default:
         return {};
     }
@@ -156,21 +147,24 @@ std::optional<int> fitColumns(FlexGrid &grid, const std::function<bool(int perce
     QStringList names;
     for (int column = grid.fixedCols(); column < grid.cols(); ++column)
         names << grid.fieldName(column);
-    for (int i = 0; i < names.size();) {
-        const int column = grid.columnOf(names[i]);
+    QList<int> widths;
+    while (widths.size() < names.size()) {
+        const QString &name = names[widths.size()];
+        const int column = grid.columnOf(name);
         bool ended = false;
         const auto widest = grid.widestText(column, [&] {
-            ended = !goOn(int(100 * i / names.size()));
-            return !ended && grid.fieldName(column) == names[i]; // it may be dragged away meanwhile
+            ended = !goOn(int(100 * widths.size() / names.size()));
+            return !ended && grid.fieldName(column) == name; // it may be dragged away meanwhile
         });
         if (ended)
             return {};
-        if (!widest)
-            continue; // once more, where it stands now
-        grid.setRedraw(false);
-        grid.setColWidth(column, std::max(*widest, widthOfHeading(grid, column)) + cellPadding);
-        grid.setRedraw(true);
-        ++i;
+        if (widest) // else once more, where it stands now
+            widths << std::max(*widest, widthOfHeading(grid, column)) + cellPadding;
     }
+    // All at once: each change draws the grid anew.
+    grid.setRedraw(false);
+    for (qsizetype i = 0; i < names.size(); ++i)
+        grid.setColWidth(grid.columnOf(names[i]), widths[i]);
+    grid.setRedraw(true);
     return widthOfColumns(grid);
 }

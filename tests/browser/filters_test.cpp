@@ -1,17 +1,158 @@
 #include "browser/filters.h"
+#include "browser_fixture.h"
 
-#include <gtest/gtest.h>
-
-using namespace Qt::Literals::StringLiterals;
+#include <QtCore/QHash>
 
 namespace
 {
 
-TEST(Filters, TheFirstSidePressedJoinsTheValidPieceOfTheLoad)
+/// The told texts once more, as conditions of plain SQL: what a sequence of presses is to show.
+class Presses
+{
+public:
+    /// The condition that the rows fulfil after a press.
+    const QString &press(const QString &item)
+    {
+        static const QHash<QString, QString> pieces{{u"mnuValid"_s, u"valid=-1"_s},
+                                                    {u"mnuInValid"_s, u"valid=0"_s},
+                                                    {u"mnuBothValid"_s, u""_s},
+                                                    {u"mnuRevenues"_s, u"creditordebit=-1"_s},
+                                                    {u"mnuExpenses"_s, u"creditordebit=0"_s},
+                                                    {u"mnuBothCreditOrDebit"_s, u""_s}};
+        if (item == u"mnuSelect") {
+            m_names = u"name collate binary in ('Ali','Sara')"_s;
+            return m_shown = m_names; // alone, until the next press
+        }
+        const bool side = item == u"mnuRevenues" || item == u"mnuExpenses" || item == u"mnuBothCreditOrDebit";
+        QString &checked = side ? m_sideItem : m_validItem;
+        if (item == checked)
+            return m_shown;
+        checked = item;
+        (side ? m_side : m_valid) = pieces[item];
+        QStringList all{m_valid, m_side, m_names};
+        all.removeAll(QString());
+        m_shown = all.isEmpty() ? u"1"_s : all.join(u" and "_s);
+        return m_shown;
+    }
+
+private:
+    QString m_validItem = u"mnuValid"_s;
+    QString m_sideItem = u"mnuBothCreditOrDebit"_s;
+    QString m_valid = u"valid=-1"_s; // in force from the first press on
+    QString m_side;
+    QString m_names;
+    QString m_shown = u"1"_s;
+};
+
+class FiltersTest : public BrowserFixture
+{
+protected:
+    FiltersTest()
+    {
+        execute({u"delete from ledger"_s});
+        int number = 10;
+        for (const QString &name : {u"'Ali',1"_s, u"'Omar',1"_s, u"'Sara',1"_s}) {
+            for (const int kind : {0, 1, 2, 3}) // each side, invalid and valid: the numbers 11 to 22
+                post(++number, kind & 1, kind & 2, u"1"_s, u"01/01/2004"_s, {name});
+        }
+    }
+    /// The transactions of a condition as the sqlcipher shell finds them.
+    QString stored(const QString &condition)
+    {
+        if (!m_stored.contains(condition))
+            m_stored[condition] =
+                shellRows(u"select transactionid from ledger where "_s + condition + u" order by rowid"_s)
+                    .join(u' ');
+        return m_stored[condition];
+    }
+
+    const QStringList items{u"mnuValid"_s,    u"mnuInValid"_s,           u"mnuBothValid"_s, u"mnuExpenses"_s,
+                            u"mnuRevenues"_s, u"mnuBothCreditOrDebit"_s, u"mnuSelect"_s};
+
+private:
+    QHash<QString, QString> m_stored;
+};
+
+TEST_F(FiltersTest, EveryOrderOfChoicesSelectsTheRowsOfTheStore)
+{
+    const auto rows = Recordset::create();
+    rows->open(u"select * from ledger"_s, engine.dbConnection, CursorType::Static);
+    const auto shown = [&] {
+        QStringList numbers;
+        for (int row = 0; row < rows->rowCount(); ++row)
+            numbers << rows->valueAt(row, 2).toText();
+        return numbers.join(u' ');
+    };
+    const std::function<void(const Filters &, const Presses &, QStringList)> chooseEach =
+        [&](const Filters &before, const Presses &toldBefore, const QStringList &order) {
+            for (int item = 0; item < items.size() && order.size() < 4; ++item) {
+                Filters filters = before;
+                Presses told = toldBefore;
+                const bool changes = item < 3   ? filters.choose(Filters::Valid(item))
+                                     : item < 6 ? filters.choose(Filters::Credit(item == 5 ? 2 : 4 - item))
+                                                : filters.choose(QStringList{u"Ali"_s, u"Sara"_s});
+                const QString expected = stored(told.press(items[item]));
+                if (changes) {
+                    rows->setFilter(item == 6 ? filters.namesFilter : filters.combinedFilter);
+                    ASSERT_EQ(shown(), expected) << order.join(u' ').toStdString() << ' ' << item;
+                }
+                chooseEach(filters, told, order + QStringList(items[item]));
+            }
+        };
+    chooseEach({}, {}, {});
+}
+
+TEST_F(FiltersTest, PressesShowTheRowsThatTheyChoose)
+{
+    for (const QString &first : items) {
+        const auto screen = browse(u"ledger"_s);
+        screen->hide();                   // many presses, nothing to see
+        chooseMenu(*screen, "mnuName_1"); // Omar, of Ali, Omar and Sara
+        QStringList presses{first};
+        for (int i = 0; i < items.size(); ++i) { // every item behind every other one
+            for (int j = 0; j < i; ++j)
+                presses << items[i] << items[j];
+            presses << items[i];
+        }
+        Presses told;
+        for (const QString &item : std::as_const(presses)) {
+            chooseMenu(*screen, item.toLatin1().constData());
+            const QString rows = stored(told.press(item));
+            ASSERT_EQ(column(*screen, u"transactionid"_s), rows)
+                << first.toStdString() << ".." << item.toStdString();
+            const qsizetype count = rows.isEmpty() ? 0 : rows.count(u' ') + 1;
+            ASSERT_EQ(textOf(*screen, "Label1"), u"Totals : %1"_s.arg(count));
+        }
+        screen->unload();
+    }
+}
+
+TEST(Filters, TheFirstSideChosenJoinsTheValidPieceOfTheLoad)
 {
     Filters filters;
     filters.choose(Filters::Credit::Expenses);
     EXPECT_EQ(filters.combinedFilter, u"(creditordebit = false) and valid=true"_s);
+    filters.choose(QStringList{u"Ali"_s, u"Sara"_s});
+    EXPECT_EQ(filters.namesFilter, u"( name='Ali'  or  name='Sara' )"_s);
+    EXPECT_FALSE(filters.choose(QStringList()));
+    EXPECT_FALSE(filters.choose(Filters::Valid::Valid));
+    filters.choose(Filters::Credit::Both);
+    EXPECT_EQ(filters.combinedFilter, u"valid=true and ( name='Ali'  or  name='Sara' )"_s);
+}
+
+TEST(Filters, ARangeOfDatesIsAskedForByTheTableShown)
+{
+    const QString days = u"(datediff('d',%1,'01/02/2004')<=0) and (datediff('d',%1,'31/12/2004')>=0)"_s;
+    const std::tuple<QString, QString, QString> cases[] = {
+        {u"ledger"_s, u"ledger1"_s, u"select  * from [ledger1] where   "_s + days.arg(u"ddate"_s)},
+        {u"audit_users"_s, u"audit_users"_s,
+         u"select  * from [audit_users] where   "_s + days.arg(u"updatedon"_s)},
+        {u"revenues"_s, u"general"_s,
+         u"select  * from [general] where creditordebit = true and   "_s + days.arg(u"ddate"_s)},
+        {u"audit_expenses"_s, u"audit_general"_s,
+         u"select  * from [audit_general] where creditordebit = false and   "_s + days.arg(u"updatedon"_s)}};
+    for (const auto &[browsed, shown, statement] : cases)
+        EXPECT_EQ(dateRangeStatement(browsed, shown, u"01/02/2004"_s, u"31/12/2004"_s), statement);
 }
 
 } // namespace
