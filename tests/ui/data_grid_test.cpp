@@ -88,6 +88,8 @@ TEST_F(DataGridTest, ShowsTheRowsOfTheBinding)
 
 TEST_F(DataGridTest, KeepsWhatIsWrittenFromRightToLeft)
 {
+    set->setValue(u"name"_s, u"a\r\nb"_s);
+    set->update();
     DataGrid grid;
     grid.setLayoutDirection(Qt::RightToLeft);
     grid.setDataSource(set);
@@ -95,13 +97,15 @@ TEST_F(DataGridTest, KeepsWhatIsWrittenFromRightToLeft)
     grid.setCaption(1, u"\u0627\u0644\u0645\u0628\u0644\u063A"_s);
     const QAbstractItemModel &model = *grid.model();
     EXPECT_EQ(model.index(0, 1).data().toString(), u"\u2066-5.50\u2069"_s);
+    EXPECT_EQ(model.index(0, 0).data().toString(), u"\u2066a b\u2069"_s); // in one line, so that it fits
+    EXPECT_EQ(grid.textWidth(grid.cellText(0, 1)), grid.textWidth(u"a b"_s));
     EXPECT_EQ(model.index(1, 0).data().toString(), u"\u2068\u0645\u0631\u0649 7\u2069"_s);
     EXPECT_EQ(model.headerData(1, Qt::Horizontal).toString(),
               u"\u2068\u0627\u0644\u0645\u0628\u0644\u063A\u2069"_s);
     grid.selectAll();
     QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(),
-              u"a\t-5.50\tTrue\t03/04/2004\n\u0645\u0631\u0649 7\t\tFalse\t\nc\t\tTrue\t"_s);
+              u"a\r\nb\t-5.50\tTrue\t03/04/2004\n\u0645\u0631\u0649 7\t\tFalse\t\nc\t\tTrue\t"_s);
 }
 
 TEST_F(DataGridTest, TellsThatTheFocusWentToAnotherControl)

@@ -66,7 +66,7 @@ public:
     {
         switch (role) {
         case Qt::DisplayRole:
-            return isolated(text(index.row(), index.column()), m_grid->layoutDirection());
+            return isolated(inOneLine(text(index.row(), index.column())), m_grid->layoutDirection());
         case Qt::AccessibleTextRole:
             return text(index.row(), index.column());
         case Qt::TextAlignmentRole:

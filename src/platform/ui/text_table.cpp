@@ -1,6 +1,7 @@
 #include "platform/ui/text_table.h"
 
 #include "platform/runtime/runtime_error.h"
+#include "platform/ui/cell_text.h"
 #include "platform/ui/twips.h"
 
 #include <QtGui/QClipboard>
@@ -51,7 +52,7 @@ void TextTable::setColWidth(int column, int twips)
 
 int TextTable::textWidth(const QString &text) const
 {
-    return twipsFromPixels(fontMetrics().horizontalAdvance(text));
+    return twipsFromPixels(fontMetrics().horizontalAdvance(inOneLine(text)));
 }
 
 QString TextTable::selectedTexts() const

@@ -15,7 +15,7 @@ public:
 
     int colWidth(int column) const; ///< twips
     void setColWidth(int column, int twips);
-    /// The width of a text in the table's font, in twips.
+    /// The width of a text in the table's font as a cell shows it, in one line, in twips.
     int textWidth(const QString &text) const;
 
 protected:
