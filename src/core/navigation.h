@@ -10,8 +10,9 @@ struct Navigation {
     std::function<void()> showMembers;
     std::function<void()> showUsers;
     std::function<void()> showChangePassword;
-    std::function<void()> showRevenue; ///< a new one, modally
-    std::function<void()> showExpense; ///< a new one, modally
+    std::function<void()> showRevenue;       ///< a new one, modally
+    std::function<void()> showRevenueBeside; ///< one beside the other screens, shown again until it is closed
+    std::function<void()> showExpense;       ///< a new one, modally
     std::function<void()> showChanges;
     std::function<void()> showReports;
     std::function<void()> showAbout;

@@ -15,4 +15,5 @@ void installOpeners()
     navigation.newBrowser = [] { return new frmUniversalGrid; };
     navigation.showExpense = [] { (new frmExpense)->showModal(); };
     navigation.showRevenue = [] { (new frmRevenue)->showModal(); };
+    navigation.showRevenueBeside = [] { theScreen<frmRevenue>().showModeless(); };
 }
