@@ -2,13 +2,13 @@
 
 #include "browser/grid_formatting.h"
 #include "core/engine.h"
-#include "platform/runtime/numbers.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/twips.h"
 #include "presentation/prepare_screen.h"
+#include "presentation/session_font.h"
 #include "presentation/vocabulary.h"
 #include "store/archive_tables.h"
 #include "store/logical_tables.h"
@@ -89,7 +89,10 @@ void frmUniversalGrid::connectCommands()
         if (m_ui->ArchivesList->findText(m_ui->ArchivesList->currentText()) < 0) // else it is picked
             run([this] { ArchivesList_Click(); });
     });
-    connect(m_ui->FGrid, &FlexGrid::reloaded, this, [this] { ++m_formatRun; });
+    connect(m_ui->FGrid, &FlexGrid::reloaded, this, [this] {
+        ++m_formatRun;
+        m_ui->DGrid->hide(); // the row above it may be another one
+    });
     connect(m_ui->FGrid, &FlexGrid::cellClicked, this,
             [this](int row, int column) { run([&] { FGrid_Click(row, column); }); });
     connect(m_ui->FGrid, &FlexGrid::cellDoubleClicked, this,
@@ -261,12 +264,13 @@ void frmUniversalGrid::bind(const RecordsetPtr &rows)
     m_ui->FGrid->setDataSource(rows);
 }
 
-bool frmUniversalGrid::showRows()
+bool frmUniversalGrid::showRows(const QString &arabicPrefix)
 {
     // Headings and count first: fitting the columns serves events.
     if (engine.isArabic)
         FgridHeading(*m_ui->FGrid, *m_primary);
-    showCount();
+    m_ui->Label1->setText((engine.isArabic ? arabicPrefix : u"Totals : "_s) +
+                          QString::number(m_primary->recordCount()));
     return FormatFlexGrid();
 }
 
@@ -293,67 +297,9 @@ bool frmUniversalGrid::FormatFlexGrid()
     return true;
 }
 
-void frmUniversalGrid::showCount(const QString &arabicPrefix)
-{
-    m_ui->Label1->setText((engine.isArabic ? arabicPrefix : u"Totals : "_s) +
-                          QString::number(m_primary->recordCount()));
-}
-
-void frmUniversalGrid::GetTransactionId(int row)
-{
-    const int column = m_ui->FGrid->columnOf(u"transactionid"_s);
-    if (column >= 0)
-        m_currentTransaction = toLongInteger(m_ui->FGrid->textMatrix(row, column));
-}
-
-QString frmUniversalGrid::GridFieldValue(int row, const QString &fieldName) const
-{
-    for (int column = m_ui->FGrid->cols() - 1; column >= m_ui->FGrid->fixedCols(); --column) {
-        if (m_ui->FGrid->fieldName(column) == fieldName)
-            return m_ui->FGrid->textMatrix(row, column);
-    }
-    return {};
-}
-
-// --- picking
-
-void frmUniversalGrid::FGrid_Click(int row, int column)
-{
-    FlexGrid &grid = *m_ui->FGrid;
-    grid.setCellBackColor(row, column, grid.palette().color(QPalette::Highlight));
-    if (m_cellPicked && (row != m_prevRow || column != m_prevCol)) {
-        m_rowChanged = row != m_prevRow;
-        leavePickedCell();
-    }
-    m_cellPicked = true;
-    m_prevRow = row;
-    m_prevCol = column;
-    m_prevCellText = grid.textMatrix(row, column);
-}
-
-void frmUniversalGrid::leavePickedCell()
-{
-    if (m_prevRow < m_ui->FGrid->rows() && m_prevCol < m_ui->FGrid->cols()) // a filter may have taken it away
-        m_ui->FGrid->setCellBackColor(m_prevRow, m_prevCol, m_normalBackColor);
-    m_ui->DGrid->hide();
-}
-
-void frmUniversalGrid::FGrid_MouseUp(const QPoint &position)
-{
-    if (!m_tableName.contains(u"audit_"_s))
-        m_ui->mnuPopup->popup(m_ui->FGrid->mapToGlobal(position));
-}
-
 void frmUniversalGrid::mnuFont_Click()
 {
-    ignoringErrors([] {
-        const FontChoice chosen =
-            askFont({engine.userFontName, engine.userFontSize, engine.userFontBold, engine.userFontColor});
-        engine.userFontName = chosen.name;
-        engine.userFontSize = toInteger(double(chosen.size));
-        engine.userFontBold = chosen.bold;
-        engine.userFontColor = chosen.color;
-    });
+    ignoringErrors([] { chooseSessionFont(); });
 }
 
 // --- layout
@@ -362,6 +308,8 @@ void frmUniversalGrid::Form_Resize()
 {
     placeButtons();
     placeGrid();
+    if (m_ui->DGrid->isVisible())
+        placeDetailsGrid();
 }
 
 void frmUniversalGrid::placeButtons()

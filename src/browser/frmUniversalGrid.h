@@ -83,9 +83,8 @@ private:
     void bind(const RecordsetPtr &rows);
     /// After each change of rows: headings, count, formats and widths. False when the screen was closed
     /// meanwhile or the rows have changed once more: then the caller has nothing left to do.
-    bool showRows();
+    bool showRows(const QString &arabicPrefix = QStringLiteral("المجموع "));
     bool FormatFlexGrid();
-    void showCount(const QString &arabicPrefix = QStringLiteral("المجموع "));
 
     // Filters
     void chooseFilter(Filters::Valid item);
@@ -103,7 +102,7 @@ private:
     bool mayTotal() const;
     void showTotals(const QString &statement, const QString &heading);
     void FormatDetailsGrid();
-    void placeDetailsGrid(int totalWidth);
+    void placeDetailsGrid();
 
     /// Keeps the number of the transaction in a row of the grid.
     void GetTransactionId(int row);
@@ -136,6 +135,7 @@ private:
 
     int m_listHeight = 30;                                  ///< room above the grid, in twips
     int m_totalWidth = std::numeric_limits<int>::max() / 2; ///< of the columns, in twips; not fitted yet
+    int m_detailsWidth = 0;                                 ///< the same of the details
     int m_formatRun = 0; ///< counts the changes of rows and formats, so that an older formatting ends
     QElapsedTimer m_reading;
 };

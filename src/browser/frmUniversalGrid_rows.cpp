@@ -1,5 +1,5 @@
 #include "browser/frmUniversalGrid.h"
-#include "browser/grid_formatting.h"
+#include "browser/hourglass.h"
 #include "browser/totals.h"
 #include "core/engine.h"
 #include "platform/runtime/dates.h"
@@ -12,44 +12,6 @@
 #include "utilities/frmSelectDates.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace
-{
-
-/// The hourglass as long as it stands.
-class Hourglass
-{
-public:
-    Hourglass() { Screen::setHourglass(true); }
-    ~Hourglass() { Screen::setHourglass(false); }
-    Hourglass(const Hourglass &) = delete;
-    Hourglass &operator=(const Hourglass &) = delete;
-};
-
-} // namespace
-
-// --- sorting
-
-void frmUniversalGrid::FGrid_DblClick(int row, int column)
-{
-    if (m_ui->mnuModify->isChecked())
-        return;
-    if (m_cellPicked)
-        leavePickedCell();
-    if (row >= m_ui->FGrid->fixedRows())
-        return;
-    m_sortType = column == m_sortCol ? m_sortType % 2 + 1 : 1;
-    m_sortCol = qint16(column);
-    DoColumnSort();
-}
-
-void frmUniversalGrid::DoColumnSort()
-{
-    const Hourglass hourglass;
-    m_ui->FGrid->setRedraw(false);
-    m_ui->FGrid->sort(m_sortCol, m_sortType == 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
-    m_ui->FGrid->setRedraw(true);
-}
 
 // --- filters
 
@@ -195,10 +157,7 @@ void frmUniversalGrid::cmdRefresh_Click()
     try {
         watchReading(*m_primary);
         m_primary->requery();
-        if (engine.isArabic)
-            FgridHeading(*m_ui->FGrid, *m_primary);
-        showCount(u" المجموع "_s);
-        FormatFlexGrid();
+        showRows(u" المجموع "_s);
     } catch (const RuntimeError &failure) {
         showMessage(failure.description());
     }

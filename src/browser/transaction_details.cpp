@@ -61,6 +61,9 @@ void frmUniversalGrid::mnuDetails_Click()
     const bool shown = m_ui->DGrid->isHidden();
     m_ui->DGrid->setDataSource(m_detail);
     FormatDetailsGrid();
+    for (int column = 0; column < m_ui->DGrid->columnCount(); ++column)
+        m_ui->DGrid->setCaption(column, translate(m_ui->DGrid->caption(column)));
+    placeDetailsGrid();
     m_ui->DGrid->setVisible(shown);
     m_ui->DGrid->raise();
 }
@@ -68,34 +71,33 @@ void frmUniversalGrid::mnuDetails_Click()
 void frmUniversalGrid::FormatDetailsGrid()
 {
     DataGrid &grid = *m_ui->DGrid;
-    int total = 0;
+    m_detailsWidth = 0;
     for (int column = 0; column < grid.columnCount(); ++column) {
         if (const auto format = dataFormatOf(m_detail->field(column)))
             grid.setDataFormat(column, *format);
-        int widest = grid.textWidth(grid.caption(column));
+        // Wide enough also for the translated caption that it gets in the end.
+        int widest =
+            std::max(grid.textWidth(grid.caption(column)), grid.textWidth(translate(grid.caption(column))));
         for (int row = 1; row <= m_detail->recordCount(); ++row)
             widest = std::max(widest, grid.textWidth(grid.cellText(column, row)));
         grid.setColWidth(column, widest + cellPadding);
-        total += widest + cellPadding + columnBorder;
+        m_detailsWidth += widest + cellPadding + columnBorder;
     }
-    placeDetailsGrid(total);
-    for (int column = 0; column < grid.columnCount(); ++column)
-        grid.setCaption(column, translate(grid.caption(column)));
 }
 
 /// Right under the picked row; above it where the screen ends.
-void frmUniversalGrid::placeDetailsGrid(int totalWidth)
+void frmUniversalGrid::placeDetailsGrid()
 {
     const FlexGrid &main = *m_ui->FGrid;
     DataGrid &grid = *m_ui->DGrid;
     const int inner = scaleWidth();
-    const bool wide = inner < totalWidth;
-    const int width = pixelsFromTwips(wide ? inner - sideMargins : totalWidth);
-    const int left = wide ? main.x() : pixelsFromTwips((inner - totalWidth) / 2);
+    const bool wide = inner < m_detailsWidth;
+    const int width = pixelsFromTwips(wide ? inner - sideMargins : m_detailsWidth);
+    const int left = wide ? main.x() : pixelsFromTwips((inner - m_detailsWidth) / 2);
 
     const QRect row = main.cellRect(main.row(), main.col()).translated(main.pos());
     const int content = grid.horizontalHeader()->sizeHint().height() + grid.verticalHeader()->length() +
-                        grid.horizontalScrollBar()->sizeHint().height() + 2 * grid.frameWidth();
+                        (wide ? grid.horizontalScrollBar()->sizeHint().height() : 0) + 2 * grid.frameWidth();
     const int below = m_ui->picButtons->y() - row.bottom() - 1;
     const int above = row.top() - main.y();
     const bool under = content <= below || below >= above;

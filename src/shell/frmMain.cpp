@@ -3,11 +3,11 @@
 #include "core/engine.h"
 #include "core/navigation.h"
 #include "family/check_family.h"
-#include "platform/runtime/numbers.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "presentation/prepare_screen.h"
+#include "presentation/session_font.h"
 #include "presentation/vocabulary.h"
 #include "shell/maintenance.h"
 #include "ui_frmMain.h"
@@ -224,12 +224,7 @@ void frmMain::mnuFont_Click()
 
 void frmMain::chooseFont()
 {
-    const FontChoice chosen =
-        askFont({engine.userFontName, engine.userFontSize, engine.userFontBold, engine.userFontColor});
-    engine.userFontName = chosen.name;
-    engine.userFontSize = toInteger(static_cast<double>(chosen.size));
-    engine.userFontBold = chosen.bold;
-    engine.userFontColor = chosen.color;
+    const FontChoice chosen = chooseSessionFont();
     if (engine.userFontSize > largestFontSize) {
         engine.userFontSize = largestFontSize;
         showMessage(u"You have chosen a font size that is too large! 12 is good"_s + u"\r\n"_s +

@@ -1,0 +1,74 @@
+#include "browser/frmUniversalGrid.h"
+#include "browser/hourglass.h"
+#include "platform/runtime/numbers.h"
+#include "ui_frmUniversalGrid.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+void frmUniversalGrid::GetTransactionId(int row)
+{
+    const int column = m_ui->FGrid->columnOf(u"transactionid"_s);
+    if (column >= 0)
+        m_currentTransaction = toLongInteger(m_ui->FGrid->textMatrix(row, column));
+}
+
+QString frmUniversalGrid::GridFieldValue(int row, const QString &fieldName) const
+{
+    for (int column = m_ui->FGrid->cols() - 1; column >= m_ui->FGrid->fixedCols(); --column) {
+        if (m_ui->FGrid->fieldName(column) == fieldName)
+            return m_ui->FGrid->textMatrix(row, column);
+    }
+    return {};
+}
+
+// --- picking
+
+void frmUniversalGrid::FGrid_Click(int row, int column)
+{
+    FlexGrid &grid = *m_ui->FGrid;
+    grid.setCellBackColor(row, column, grid.palette().color(QPalette::Highlight));
+    if (m_cellPicked && (row != m_prevRow || column != m_prevCol)) {
+        m_rowChanged = row != m_prevRow;
+        leavePickedCell();
+    }
+    m_cellPicked = true;
+    m_prevRow = row;
+    m_prevCol = column;
+    m_prevCellText = grid.textMatrix(row, column);
+}
+
+void frmUniversalGrid::leavePickedCell()
+{
+    if (m_prevRow < m_ui->FGrid->rows() && m_prevCol < m_ui->FGrid->cols()) // a filter may have taken it away
+        m_ui->FGrid->setCellBackColor(m_prevRow, m_prevCol, m_normalBackColor);
+    m_ui->DGrid->hide();
+}
+
+void frmUniversalGrid::FGrid_MouseUp(const QPoint &position)
+{
+    if (!m_tableName.contains(u"audit_"_s))
+        m_ui->mnuPopup->popup(m_ui->FGrid->mapToGlobal(position));
+}
+
+// --- sorting
+
+void frmUniversalGrid::FGrid_DblClick(int row, int column)
+{
+    if (m_ui->mnuModify->isChecked())
+        return;
+    if (m_cellPicked)
+        leavePickedCell();
+    if (row >= m_ui->FGrid->fixedRows())
+        return;
+    m_sortType = column == m_sortCol ? m_sortType % 2 + 1 : 1;
+    m_sortCol = qint16(column);
+    DoColumnSort();
+}
+
+void frmUniversalGrid::DoColumnSort()
+{
+    const Hourglass hourglass;
+    m_ui->FGrid->setRedraw(false);
+    m_ui->FGrid->sort(m_sortCol, m_sortType == 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
+    m_ui->FGrid->setRedraw(true);
+}
