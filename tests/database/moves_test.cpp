@@ -203,6 +203,26 @@ TEST_F(Moves, FindStartsAtTheCurrentRow)
     EXPECT_EQ(found(u"name='c'"_s), "eof"); // hidden
 }
 
+TEST_F(Moves, WhatARowLooksUpElsewhereIsReadAnewEachTime)
+{
+    addPeople({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+    connection->execute(u"update people set [group]=null where name='d'"_s);
+    connection->execute(u"update people set [group]=1 where name='c'"_s);
+    connection->execute(u"insert into settings (id,sn) values(1,10)"_s);
+    const QString lookUp =
+        u"select name,(select sn from settings where group=settings.id) as x from people"_s;
+    const RecordsetPtr set = opened(lookUp);
+    EXPECT_EQ(shown(*set), "a 10,b null,c 10,d null");
+    set->setValue(0, u"e"_s);
+    set->update();
+    EXPECT_EQ(number([&] { set->setValue(1, 5); }), -2147217887); // an expression
+    connection->execute(u"update settings set sn=20"_s);
+    connection->execute(u"insert into settings (id,sn) values(2,30)"_s);
+    set->requery();
+    EXPECT_EQ(shown(*set), "e 20,b 30,c 20,d null");
+    EXPECT_EQ(shown(*opened(lookUp + u" order by 2 desc,name"_s)), "b 30,c 20,e 20,d null");
+}
+
 TEST_F(Moves, ClonesShareTheRowsUntilARequery)
 {
     addPeople({u"a"_s, u"b"_s});

@@ -1,5 +1,6 @@
 #include "platform/database/sql/emitter.h"
 
+#include "platform/database/sql/conversions.h"
 #include "platform/database/sql/ddl.h"
 #include "platform/database/sql/expression_emitter.h"
 #include "platform/database/sql/storage.h"
@@ -29,10 +30,34 @@ public:
 
 private:
     void subselect(const bound::Select &inner) override { select(inner, false); }
+    void item(const Expression &expression);
     void where(const std::optional<Expression> &condition);
     void sortKey(const Expression &expression);
     void columnList(const std::vector<bound::Assignment> &assignments, const CatalogColumn *counter);
 };
+
+/// The column of the outer row that alone decides what a sub-select of the form `select column from table
+/// where column = outer column` gives, all of whole numbers but the first; null for any other expression.
+const Expression *outerKey(const Expression &expression)
+{
+    if (expression.kind != Expression::Kind::Subselect)
+        return nullptr;
+    const bound::Select &inner = *expression.select;
+    const auto isInner = [&](const Expression &part) {
+        return part.kind == Expression::Kind::Column && part.source == inner.source;
+    };
+    if (inner.distinct || !inner.orderBy.empty() || !isInner(inner.items.front().expression) ||
+        !inner.where || inner.where->kind != Expression::Kind::Compare ||
+        inner.where->op != bound::Operator::Equal)
+        return nullptr;
+    const Expression *inside = &inner.where->operands[0];
+    const Expression *outside = &inner.where->operands[1];
+    if (isInner(*outside))
+        std::swap(inside, outside);
+    const bool wholeNumbers = inside->type == FieldType::Long && outside->type == FieldType::Long;
+    const bool isKey = outside->kind == Expression::Kind::Column && !isInner(*outside);
+    return wholeNumbers && isInner(*inside) && isKey ? outside : nullptr;
+}
 
 // --- statements
 
@@ -44,6 +69,8 @@ void Emitter::select(const bound::Select &select, bool withRowid)
         write(std::exchange(separator, ", "));
         if (select.distinct)
             collated(item.expression);
+        else if (withRowid)
+            this->item(item.expression);
         else
             value(item.expression, LevelAny);
     }
@@ -78,6 +105,25 @@ void Emitter::select(const bound::Select &select, bool withRowid)
         write(separator);
         source(select.source, ".rowid");
     }
+}
+
+/// A field of a record set. What the rows look up in another table by a number, such as the word for it, is
+/// read once for each number: the engine itself would open that table anew for each row.
+void Emitter::item(const Expression &expression)
+{
+    const Expression *key = outerKey(expression);
+    if (key == nullptr)
+        return value(expression, LevelAny);
+    bound::Select inner = *expression.select;
+    inner.where->operands[key == &expression.select->where->operands[0] ? 0 : 1] =
+        literal(0, FieldType::Long);
+    Emitter looking;
+    looking.select(inner, false);
+    write("q_lookup(");
+    parameter(looking.take().text);
+    write(", ");
+    value(*key, LevelAny);
+    write(")");
 }
 
 /// An expression of GROUP BY or ORDER BY. A written number would be the place of a result column there.

@@ -1,5 +1,6 @@
 #include "platform/database/errors.h"
 #include "platform/database/sql/collation.h"
+#include "platform/database/sql/lookup.h"
 #include "platform/database/sql/storage.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/format.h"
@@ -183,6 +184,7 @@ constexpr std::array registrations = {
     Registration{"q_join", -1, guarded<join>},        Registration{"q_format", 3, guarded<formatted>},
     Registration{"q_datepart", 2, guarded<datePart>}, Registration{"q_days", 2, guarded<days>},
     Registration{"q_divide", 2, guarded<divide>},     Registration{"q_exact", 1, guarded<exact>},
+    Registration{"q_lookup", 2, guarded<lookup>},
 };
 
 } // namespace
