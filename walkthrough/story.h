@@ -26,7 +26,7 @@ struct LedgerRow {
     bool operator==(const LedgerRow &) const = default;
 };
 
-/// Sums as the totals show them.
+/// Sums as the totals show them, a negative net with its mark.
 struct Sums {
     QString revenues;
     QString expenses;
