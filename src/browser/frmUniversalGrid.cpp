@@ -10,7 +10,6 @@
 #include "presentation/prepare_screen.h"
 #include "presentation/session_font.h"
 #include "presentation/vocabulary.h"
-#include "store/archive_tables.h"
 #include "store/logical_tables.h"
 #include "ui_frmUniversalGrid.h"
 
@@ -23,9 +22,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-constexpr int longWork = 2000;            // milliseconds, after which a work tells how far it is
-constexpr int columnDragDistance = 50;    // twips
-constexpr int listHeightWithoutList = 30; // twips
+constexpr int longWork = 2000;         // milliseconds, after which a work tells how far it is
+constexpr int columnDragDistance = 50; // twips
+constexpr int scrollAllowance = 220;   // twips, of the bar beside the rows: cells stand that far from it
 
 void letGo(RecordsetPtr &rows)
 {
@@ -52,7 +51,10 @@ frmUniversalGrid::frmUniversalGrid()
     connectCommands();
 }
 
-frmUniversalGrid::~frmUniversalGrid() = default;
+frmUniversalGrid::~frmUniversalGrid()
+{
+    disconnect(qApp, nullptr, this, nullptr); // its end moves the focus
+}
 
 void frmUniversalGrid::connectCommands()
 {
@@ -76,10 +78,15 @@ void frmUniversalGrid::connectCommands()
     onMenu(m_ui->mnuTotal, &frmUniversalGrid::mnuTotal_Click);
     onMenu(m_ui->mnuTotals, &frmUniversalGrid::mnuTotals_Click);
     onMenu(m_ui->mnuDetails, &frmUniversalGrid::mnuDetails_Click);
+    onMenu(m_ui->mnuDelete, &frmUniversalGrid::mnuDelete_Click);
+    onMenu(m_ui->mnuModify, &frmUniversalGrid::mnuModify_Click);
+    onMenu(m_ui->mnuArchive, &frmUniversalGrid::mnuArchive_Click);
+    onMenu(m_ui->mnuDeArchive, &frmUniversalGrid::mnuDeArchive_Click);
     onMenu(m_ui->mnuFont, &frmUniversalGrid::mnuFont_Click);
     onButton(m_ui->btnSearch, &frmUniversalGrid::btnSearch_Click);
     onButton(m_ui->btnDateSelect, &frmUniversalGrid::btnDateSelect_Click);
     onButton(m_ui->cmdRefresh, &frmUniversalGrid::cmdRefresh_Click);
+    onButton(m_ui->cmdAdd, &frmUniversalGrid::cmdAdd_Click);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &frmUniversalGrid::cmdClose_Click);
     connect(m_ui->mnuExit, &QAction::triggered, this, &frmUniversalGrid::mnuExit_Click);
     connect(m_ui->txtNumber, &QLineEdit::returnPressed, this, [this] { run([this] { btnSearch_Click(); }); });
@@ -92,7 +99,12 @@ void frmUniversalGrid::connectCommands()
     connect(m_ui->FGrid, &FlexGrid::reloaded, this, [this] {
         ++m_formatRun;
         m_ui->DGrid->hide(); // the row above it may be another one
+        leaveEditor();       // and so may its cell
     });
+    for (const QScrollBar *bar : {m_ui->FGrid->verticalScrollBar(), m_ui->FGrid->horizontalScrollBar()})
+        connect(bar, &QScrollBar::valueChanged, this, &frmUniversalGrid::placeEditor);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget *, const QWidget *now) { followFocus(now); });
     connect(m_ui->FGrid, &FlexGrid::cellClicked, this,
             [this](int row, int column) { run([&] { FGrid_Click(row, column); }); });
     connect(m_ui->FGrid, &FlexGrid::cellDoubleClicked, this,
@@ -111,6 +123,7 @@ void frmUniversalGrid::run(const std::function<void()> &command)
     if (!m_primary)
         return;
     try {
+        closeEditor();
         command();
     } catch (const RuntimeError &failure) {
         showMessage(failure.description(), MessageIcon::Critical);
@@ -134,7 +147,8 @@ void frmUniversalGrid::loadRows()
     m_ui->Text1->hide();
     m_filters = {};
     m_sortCol = m_sortType = 0;
-    m_cellPicked = m_rowChanged = false;
+    m_cellPicked = m_rowChanged = m_rowDirty = false;
+    m_ui->mnuModify->setChecked(false);
     // Before any event is served: another command may set `browseTable` then, and the menus can be opened.
     m_tableName = m_currentTable = engine.browseTable;
     PrepareScreen(*this);
@@ -161,7 +175,10 @@ void frmUniversalGrid::loadRows()
 void frmUniversalGrid::Form_Unload()
 {
     ++m_formatRun;
+    closeEditor();
     letGo(m_saved);
+    if (m_rowDirty && m_primary && m_primary->isOpen()) // not behind the end of the program's connection
+        AskToSaveRow();
     letGo(m_primary);
     letGo(m_detail);
 }
@@ -218,20 +235,6 @@ void frmUniversalGrid::buildNamesMenu()
         m_mnuName[i]->setChecked(true);
     }
     engine.rsShared->close();
-}
-
-void frmUniversalGrid::fillArchivesList()
-{
-    FillArchivesList(m_tableName, m_ui->ArchivesList);
-    showArchivesList(m_ui->ArchivesList->count() > 1);
-}
-
-void frmUniversalGrid::showArchivesList(bool on)
-{
-    m_ui->ArchivesList->setEnabled(on);
-    m_ui->ArchivesList->setVisible(on);
-    m_listHeight = on ? twipsFromPixels(m_ui->ArchivesList->height()) : listHeightWithoutList;
-    placeGrid();
 }
 
 // --- the rows on show
@@ -361,4 +364,5 @@ void frmUniversalGrid::placeGrid()
         width = qMin(width, m_totalWidth + grid.colWidth(0) + twipsFromPixels(2 * grid.frameWidth() + bar));
     }
     grid.setGeometry(pixelsFromTwips((inner - width) / 2), top, pixelsFromTwips(width), height);
+    placeEditor();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browser/corrections.h"
 #include "browser/filters.h"
 #include "platform/database/recordset.h"
 #include "platform/ui/screen.h"
@@ -10,6 +11,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <vector>
 
 class QAction;
 
@@ -19,7 +21,8 @@ class frmUniversalGrid;
 }
 
 /// The browser: one table of the store in a grid, or one of the table's archives, with what the table allows:
-/// filters, a range of dates, search, sorting, totals, and a transaction's shares under its row. The table is
+/// filters, a range of dates, search, sorting, totals, a transaction's shares under its row, corrections and
+/// cancels of transactions, and the moves of rows to archives and back. The table is
 /// `engine.browseTable` when the screen is loaded. Several browsers stand side by side, each with rows of its
 /// own.
 ///
@@ -37,6 +40,8 @@ protected:
     void Form_Load() override;
     void Form_Unload() override;
     void Form_Resize() override;
+    /// F2 edits the current cell; Enter takes what an open editor holds, Escape leaves it.
+    bool Form_KeyDown(QKeyEvent *event) override;
 
 private:
     // Events
@@ -49,6 +54,7 @@ private:
     void btnSearch_Click();
     void btnDateSelect_Click();
     void cmdRefresh_Click();
+    void cmdAdd_Click();
     void cmdClose_Click();
     void mnuExit_Click();
     void mnuValid_Click() { chooseFilter(Filters::Valid::Valid); }
@@ -63,6 +69,10 @@ private:
     void mnuTotal_Click();
     void mnuTotals_Click();
     void mnuDetails_Click();
+    void mnuDelete_Click();
+    void mnuModify_Click();
+    void mnuArchive_Click();
+    void mnuDeArchive_Click();
     void mnuFont_Click();
 
     void connectCommands();
@@ -75,7 +85,6 @@ private:
     void setModes();
     void buildNamesMenu();
     void fillArchivesList();
-    void showArchivesList(bool on);
 
     // The rows on show
     RecordsetPtr openRows(const QString &statement);
@@ -96,7 +105,34 @@ private:
 
     void showDateRange(const QString &from, const QString &to);
     void setRange(const QString &from, const QString &to);
-    void showArchive(const QString &table);
+
+    // Archives
+    void showArchivesList();
+    void restoreArchivesList();
+    void removeListEntry();
+    bool showTable(const QString &table, const QString &statement, const QString &caption);
+    bool showBaseTable();
+    static bool isBelowTopRank();
+
+    // Corrections
+    void openEditor(int row, int column);
+    void editKind();
+    void showEditor(QWidget *editor);
+    void placeEditor();
+    /// Takes what the open editor holds into its cell, as leaving it does.
+    void closeEditor();
+    /// Leaves the open editor without a change.
+    void leaveEditor();
+    void followFocus(const QWidget *now);
+    void AskToSaveRow();
+    std::vector<CellText> cellsOf(int row) const;
+    void keepTyped(const std::vector<CellText> &typed);
+    /// The row of a transaction, the likely one if it may be; rows() when there is none.
+    int rowOf(const QString &transaction, int likely) const;
+    /// Picks a cell by its transaction and field once the rows were read anew; without it the first row's.
+    void takePick(int row, int column);
+    void pickAgain(const QString &transaction, int likely, const QString &field);
+
     void DoColumnSort();
     void leavePickedCell();
     bool mayTotal() const;
@@ -131,7 +167,12 @@ private:
     int m_prevCol = 0;
     QString m_prevCellText;
     bool m_rowChanged = false; ///< the picked row was left for another one
+    bool m_rowDirty = false;   ///< an edit has changed a cell of the picked row
     qint32 m_currentTransaction = 0;
+    QString m_auditAction;
+    QWidget *m_editor = nullptr; ///< the editor that is open over a cell
+    qint16 m_editRow = 0;
+    qint16 m_editCol = 0;
 
     int m_listHeight = 30;                                  ///< room above the grid, in twips
     int m_totalWidth = std::numeric_limits<int>::max() / 2; ///< of the columns, in twips; not fitted yet

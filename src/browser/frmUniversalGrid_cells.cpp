@@ -3,6 +3,8 @@
 #include "platform/runtime/numbers.h"
 #include "ui_frmUniversalGrid.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 void frmUniversalGrid::GetTransactionId(int row)
@@ -31,10 +33,34 @@ void frmUniversalGrid::FGrid_Click(int row, int column)
         m_rowChanged = row != m_prevRow;
         leavePickedCell();
     }
+    if (m_rowDirty && m_rowChanged) {
+        const QString transaction = GridFieldValue(row, u"transactionid"_s);
+        const QString field = grid.fieldName(column);
+        AskToSaveRow();
+        if (isLoaded())
+            pickAgain(transaction, row, field); // the rows may have been read anew
+        return;
+    }
+    takePick(row, column);
+}
+
+void frmUniversalGrid::takePick(int row, int column)
+{
     m_cellPicked = true;
     m_prevRow = row;
     m_prevCol = column;
-    m_prevCellText = grid.textMatrix(row, column);
+    m_prevCellText = m_ui->FGrid->textMatrix(row, column);
+}
+
+void frmUniversalGrid::pickAgain(const QString &transaction, int likely, const QString &field)
+{
+    FlexGrid &grid = *m_ui->FGrid;
+    const int found = rowOf(transaction, likely);
+    const int row = found < grid.rows() ? found : grid.fixedRows();
+    const int column = std::max(grid.fixedCols(), grid.columnOf(field));
+    grid.setCell(row, column);
+    grid.setCellBackColor(row, column, grid.palette().color(QPalette::Highlight));
+    takePick(row, column);
 }
 
 void frmUniversalGrid::leavePickedCell()
@@ -54,10 +80,15 @@ void frmUniversalGrid::FGrid_MouseUp(const QPoint &position)
 
 void frmUniversalGrid::FGrid_DblClick(int row, int column)
 {
-    if (m_ui->mnuModify->isChecked())
-        return;
+    const bool edits = m_ui->mnuModify->isChecked();
+    if (edits && row < m_ui->FGrid->fixedRows()) { // a heading's double click edits the current row
+        row = m_ui->FGrid->row();
+        FGrid_Click(row, column);
+    }
     if (m_cellPicked)
         leavePickedCell();
+    if (edits)
+        return openEditor(row, column);
     if (row >= m_ui->FGrid->fixedRows())
         return;
     m_sortType = column == m_sortCol ? m_sortType % 2 + 1 : 1;

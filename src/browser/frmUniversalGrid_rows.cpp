@@ -155,64 +155,28 @@ void frmUniversalGrid::cmdRefresh_Click()
 {
     const Hourglass hourglass;
     try {
+        const FlexGrid &grid = *m_ui->FGrid;
+        const int row = grid.row();
+        const QString field = grid.fieldName(grid.col());
+        const QString transaction = GridFieldValue(row, u"transactionid"_s);
         watchReading(*m_primary);
-        m_primary->requery();
-        showRows(u" المجموع "_s);
+        if (m_primary->isOpen())
+            m_primary->requery();
+        else // a merge that failed has closed it
+            m_primary->open(QString(m_primary->source()), engine.dbConnection, CursorType::Static,
+                            LockType::Optimistic);
+        if (showRows(u" المجموع "_s) && m_cellPicked)
+            pickAgain(transaction, row, field);
     } catch (const RuntimeError &failure) {
         showMessage(failure.description());
     }
-}
-
-void frmUniversalGrid::ArchivesList_Click()
-{
-    const QString entry = m_ui->ArchivesList->currentText();
-    if (!askYesNo(
-            u"Are you sure you want to load this archive?  هل أنت متأكد بأنك تريد مراجعة هذا الإرشيف؟"_s))
-        return;
-    bool listed = false;
-    for (int i = 0; i < m_ui->ArchivesList->count(); ++i)
-        listed = listed || entry.contains(m_ui->ArchivesList->itemText(i));
-    if (!listed) {
-        showMessage(
-            u"You are not supposed to change the archive name, just make a selection from the damn list!!"_s +
-            u"\r\n"_s + u"لا تقم بتغيير إسم الإرشيف!!  فقط قم بإختيار المطلوب من القائمه"_s);
-        return;
-    }
-    try {
-        const qsizetype colon = entry.indexOf(u':');
-        if (colon == 0)
-            throw runtime_errors::invalidCall();
-        const QString table = colon < 0 ? entry : entry.left(colon - 1);
-        if (table != m_currentTable)
-            showArchive(table);
-    } catch (const RuntimeError &failure) {
-        showMessage(failure.description());
-    }
-}
-
-void frmUniversalGrid::showArchive(const QString &table)
-{
-    const Hourglass hourglass;
-    // By the table that a browser was opened on last: that is meant.
-    const RecordsetPtr rows = openRows(getstrsql(engine.browseTable, table));
-    m_currentTable = table;
-    setRange({}, {});
-    m_prevRow = m_prevCol = 0;
-    m_cellPicked = false;
-    if (m_primary->isOpen())
-        m_primary->close();
-    setCaption(translate(m_tableName) + u' ' + m_ui->ArchivesList->currentText());
-    bind(rows);
-    showRows();
 }
 
 // --- totals
 
 bool frmUniversalGrid::mayTotal() const
 {
-    // Nobody is stopped as long as the highest rank is not known: that is meant.
-    const bool isBelow = engine.userRank && engine.topUserRank && *engine.userRank < *engine.topUserRank;
-    return m_primary->recordCount() > 0 && !isBelow;
+    return m_primary->recordCount() > 0 && !isBelowTopRank();
 }
 
 void frmUniversalGrid::mnuTotals_Click()

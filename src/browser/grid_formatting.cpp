@@ -127,7 +127,6 @@ ColumnFormat columnFormatOf(const FieldInfo &field)
 int setColumnFormats(FlexGrid &grid, const Recordset &rows)
 {
     const int lastRow = std::min(grid.rows(), screenfulOfRows);
-    grid.setRedraw(false);
     for (int column = grid.fixedCols(); column < grid.cols(); ++column) {
         if (ColumnFormat format = columnFormatOf(rows.field(grid.fieldName(column))); format.text)
             grid.setColFormat(column, std::move(format));
@@ -136,7 +135,6 @@ int setColumnFormats(FlexGrid &grid, const Recordset &rows)
             widest = std::max(widest, grid.textWidth(grid.textMatrix(row, column)));
         grid.setColWidth(column, widest + cellPadding);
     }
-    grid.setRedraw(true);
     return widthOfColumns(grid);
 }
 
@@ -161,10 +159,8 @@ std::optional<int> fitColumns(FlexGrid &grid, const std::function<bool(int perce
         if (widest) // else once more, where it stands now
             widths << std::max(*widest, widthOfHeading(grid, column)) + cellPadding;
     }
-    // All at once: each change draws the grid anew.
-    grid.setRedraw(false);
+    // All at once, so that the grid is drawn once more at the most.
     for (qsizetype i = 0; i < names.size(); ++i)
         grid.setColWidth(grid.columnOf(names[i]), widths[i]);
-    grid.setRedraw(true);
     return widthOfColumns(grid);
 }
