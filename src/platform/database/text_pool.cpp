@@ -38,8 +38,7 @@ TextPool::Slot &TextPool::slotOf(QByteArrayView text, quint32 hash)
 {
     const std::size_t mask = m_table.size() - 1;
     std::size_t place = hash & mask;
-    while (m_table[place].number >= 0 &&
-           (m_table[place].hash != hash || !is(m_table[place].number, text)))
+    while (m_table[place].number >= 0 && (m_table[place].hash != hash || !is(m_table[place].number, text)))
         place = (place + 1) & mask;
     return m_table[place];
 }
