@@ -1,6 +1,7 @@
 #include "platform/ui/text_table.h"
 
 #include "platform/runtime/runtime_error.h"
+#include "platform/ui/cell_delegate.h"
 #include "platform/ui/cell_text.h"
 #include "platform/ui/twips.h"
 
@@ -19,6 +20,7 @@ constexpr int rowMargin = 6; // pixels above and below a line together
 
 TextTable::TextTable(QWidget *parent) : QTableView(parent)
 {
+    setItemDelegate(new CellDelegate(this));
     setEditTriggers(NoEditTriggers);
     setSelectionMode(ContiguousSelection);
     setTabKeyNavigation(false);
