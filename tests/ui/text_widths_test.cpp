@@ -25,7 +25,7 @@ const QString latin = u"abcfijklTVAWY\u00E9 "_s;
 const QString arabic = u"\u0627\u0644\u0644\u0645\u0631\u0647\u064A\u0621\u0633\u0635\u0639\u0649\u0629 "_s;
 const QString digits = u"0123456789017"_s;
 const QString signs = u" .,:/-+()%"_s;
-const QString others = u"\u064E\u0651\u060C\u0663\u0301\u200D\u200F\u0600\U0001F600\t"_s;
+const QString others = u"\u064E\u0651\u060C\u0663\u0301\u200D\u200F\u0600\U0001F600"_s;
 
 class RandomTexts
 {
@@ -57,7 +57,6 @@ TEST(TextWidthsTest, BoundsAreNeverBelowTheWidth)
                 const QString text = random.next(letters, 3 + i % 20);
                 const int width = metrics.horizontalAdvance(text);
                 EXPECT_GE(bounds->bound(text), width) << text.toStdString() << font.family().toStdString();
-                EXPECT_GE(bounds->boundForAnyDigits(text), bounds->bound(text)) << text.toStdString();
                 widest.take(text);
                 plain = std::max(plain, width);
                 EXPECT_EQ(widest.width(), plain);

@@ -125,7 +125,7 @@ private:
 
         std::vector<std::pair<int, int>> patterns; // with their bounds in front
         for (const auto &[pattern, row] : firstRows.asKeyValueRange())
-            patterns.emplace_back(m_bounds->boundForAnyDigits(inOneLine(m_texts.text(row))), pattern);
+            patterns.emplace_back(m_bounds->bound(inOneLine(m_texts.text(row))), pattern);
         std::ranges::sort(patterns, std::greater());
         for (const auto &[bound, pattern] : patterns) {
             if (bound > m_widest.width() && !takePattern(patternOf, pattern, bound))

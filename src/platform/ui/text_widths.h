@@ -7,7 +7,7 @@
 #include <memory>
 
 /// Upper bounds for the widths of texts in one font, put together from the widths of their words. Each word
-/// is measured once, whatever digits stand in it.
+/// is measured once, whatever digits stand in it. The texts are single lines without tabs.
 class WidthBounds
 {
 public:
@@ -15,31 +15,24 @@ public:
 
     /// Pixels, as QFontMetrics::horizontalAdvance() gives them.
     int width(const QString &text);
-    /// The text is not wider; mostly it is just as wide.
+    /// The text is not wider, nor is any text that has other digits in their places; mostly they are just as
+    /// wide.
     int bound(const QString &text);
-    /// Nor is any text that has other digits in their places.
-    int boundForAnyDigits(const QString &text);
     /// Texts and words that were really measured.
     int measured() const noexcept { return m_measured; }
 
 private:
-    struct Known {
-        double withZeros; ///< the width of the text with zeros for its digits
-        double gain;      ///< what other digits can add to it at most
-    };
-    Known known(const QString &text);
     double measure(const QString &text);
+    double boundWithZeros(const QString &text);
     double widthOfWords(const QString &text);
     double widthOfWord(QStringView before, QStringView word);
-    double step(QStringView around, char16_t before, char16_t letter);
-    double gain(char16_t before, char16_t letter);
-    double greatestGain(char16_t before, char16_t letter);
+    double step(QStringView around, QChar before, QChar letter);
+    double gain(QChar before, QChar letter);
 
     QFontMetricsF m_metrics;
-    QHash<QString, Known> m_texts; ///< by the text with zeros for its digits; so are words
+    QHash<QString, int> m_bounds; ///< by the text with zeros for its digits; so are words
     QHash<QString, double> m_words;
-    QHash<quint32, double> m_gains; ///< by two letters
-    QHash<quint32, double> m_greatestGains;
+    QHash<std::pair<QChar, QChar>, double> m_gains;
     QString m_key; ///< of what is looked up
     int m_measured = 0;
 };
