@@ -7,6 +7,7 @@
 #include "platform/ui/flex_grid.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
+#include "utilities/frmSelectDates.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -82,6 +83,18 @@ protected:
         FlexGrid &grid = gridOf(screen);
         grid.setCell(grid.row(), grid.columnOf(field));
         hand::pressKey(grid, Qt::Key_F3);
+    }
+    /// Presses the dates' button and gives the dialog a range; empty texts cancel it.
+    static void selectDates(const Screen &screen, const QString &from, const QString &to)
+    {
+        onModal<frmSelectDates>([from, to](frmSelectDates &dialog) {
+            if (from.isEmpty())
+                return click(dialog, "cmdCancel");
+            fill(dialog, "DateFromx", from);
+            fill(dialog, "DateTox", to);
+            click(dialog, "cmdOK");
+        });
+        click(screen, "btnDateSelect");
     }
 
     ScriptedDialogs dialogs;

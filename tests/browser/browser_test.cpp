@@ -1,7 +1,6 @@
 #include "browser_fixture.h"
 #include "platform/database/engine.h"
 #include "platform/database/session.h"
-#include "utilities/frmSelectDates.h"
 
 #include <QtGui/QAction>
 #include <QtWidgets/QComboBox>
@@ -17,18 +16,6 @@ const QString critical = u"[x] "_s; // in front of what is told of an untrapped 
 class BrowserTest : public BrowserFixture
 {
 protected:
-    /// Presses the dates' button and gives the dialog a range; empty texts cancel it.
-    static void selectDates(const Screen &screen, const QString &from, const QString &to)
-    {
-        onModal<frmSelectDates>([from, to](frmSelectDates &dialog) {
-            if (from.isEmpty())
-                return click(dialog, "cmdCancel");
-            fill(dialog, "DateFromx", from);
-            fill(dialog, "DateTox", to);
-            click(dialog, "cmdOK");
-        });
-        click(screen, "btnDateSelect");
-    }
     /// What the only dialog of an action told; nothing when none came.
     QString told(const std::function<void()> &action)
     {
@@ -456,7 +443,6 @@ TEST_F(BrowserTest, TellsFailuresAndGoesOn)
     const ConnectionPtr other = Connection::create();
     other->open(engine.connectionString);
     other->session().engine().run("begin exclusive");
-    EXPECT_TRUE(told([&] { chooseMenu(*screen, "mnuTotals"); }).contains(u"locked"_s));
     EXPECT_TRUE(told([&] { click(*screen, "cmdRefresh"); }).contains(u"locked"_s));
     EXPECT_EQ(textOf(*screen, "Label1"), u"Totals : 5"_s);
     other->close();

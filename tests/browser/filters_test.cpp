@@ -109,9 +109,9 @@ TEST_F(FiltersTest, PressesShowTheRowsThatTheyChoose)
         screen->hide();                   // many presses, nothing to see
         chooseMenu(*screen, "mnuName_1"); // Omar, of Ali, Omar and Sara
         QStringList presses{first};
-        for (int i = 0; i < items.size(); ++i) { // every item behind every other one
-            for (int j = 0; j < i; ++j)
-                presses << items[i] << items[j];
+        for (int i = 0; i < items.size(); ++i) {
+            for (int j = 0; first == items.back() && j < i; ++j)
+                presses << items[i] << items[j]; // once every item behind every other one
             presses << items[i];
         }
         Presses told;
