@@ -1,6 +1,7 @@
 #include "browser/corrections.h"
 
 #include "browser/audit_rows.h"
+#include "browser/grid_formatting.h"
 #include "core/engine.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/format.h"
@@ -38,7 +39,7 @@ struct Assignment {
 /// @throws RuntimeError 13 when the text of a date is none, and as LookupDetailId()
 Assignment assignmentOf(const CellText &cell, const FieldInfo &field)
 {
-    if (cell.fieldName == u"gtype")
+    if (DeCodedColumn(cell.fieldName))
         return {{}, field.definedSize, QString::number(LookupDetailId(cell.text))};
     if (field.type == FieldType::Date) {
         const QDateTime day = readDate(format(cell.text, u"yyyy/mm/dd"_s));
