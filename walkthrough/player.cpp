@@ -32,10 +32,10 @@ Screen *topScreen(const QString &name)
     return nullptr;
 }
 
-/// What a message box says, without the marks around its lines.
+/// What a message box says, without the marks for its directions.
 QString textOf(const QMessageBox &box)
 {
-    return box.text().remove(QChar(0x2068)).remove(QChar(0x2069));
+    return box.text().remove(QChar(0x2068)).remove(QChar(0x2069)).remove(QChar(0x200E));
 }
 
 /// What is on the display, for the report of a story that stopped.

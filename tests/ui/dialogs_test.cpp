@@ -4,6 +4,7 @@
 #include "support/screens.h"
 
 #include <QtGui/QScreen>
+#include <QtGui/QTextLayout>
 #include <QtTest/QtTest>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFileDialog>
@@ -85,6 +86,20 @@ TEST(Dialogs, KeepAnyTextPlainAndOnTheScreen)
     }
     onModal<QInputDialog>([](QInputDialog &box) { QTest::keyClick(&box, Qt::Key_Escape); });
     EXPECT_EQ(askText(u"prompt"_s, u"title"_s, u"old"_s), u""_s);
+}
+
+TEST(Dialogs, KeepASignOnTheLeftOfItsNumber)
+{
+    onBox([](QMessageBox &box) {
+        QTextLayout shown(box.text(), box.font());
+        shown.beginLayout();
+        const QTextLine line = shown.createLine();
+        shown.endLayout();
+        EXPECT_LT(line.cursorToX(int(box.text().indexOf(u'-'))),
+                  line.cursorToX(int(box.text().indexOf(u'4'))));
+        box.accept();
+    });
+    showMessage(u"صافي :  * -4.67"_s);
 }
 
 TEST(Dialogs, BeginWithTheFontAndTakeAnother)

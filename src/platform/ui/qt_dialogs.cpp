@@ -76,15 +76,22 @@ private:
     QPointer<Dialog> m_dialog;
 };
 
-/// Each line isolated, so that it reads in its own direction whatever the box's is; words too long to wrap
-/// get places where they may break.
+bool isSignOfNumber(const QString &text, qsizetype place)
+{
+    return (text[place] == u'-' || text[place] == u'+') && place + 1 < text.size() &&
+           text[place + 1].isDigit();
+}
+
+/// Each line isolated, so that it reads in its own direction whatever the box's is; a number's sign stays on
+/// its left behind Arabic words, too; words too long to wrap get places where they may break.
 QString readableText(const QString &text)
 {
     constexpr int longestWord = 40;
     QString shown;
     int wordLength = 0;
     bool open = false;
-    for (const QChar c : text) {
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        const QChar c = text[place];
         if (c == u'\r')
             continue;
         if (c == u'\n') {
@@ -98,6 +105,8 @@ QString readableText(const QString &text)
         if (!open)
             shown += QChar(0x2068);
         open = true;
+        if (wordLength == 0 && isSignOfNumber(text, place))
+            shown += QChar(0x200E);
         wordLength = c.isSpace() ? 0 : wordLength + 1;
         if (wordLength > longestWord && !c.isLowSurrogate() && !c.isMark()) {
             shown += QChar(0x200B);
