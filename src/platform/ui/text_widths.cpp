@@ -48,8 +48,8 @@ Kind kindOf(QChar letter)
     return Kind::Other;
 }
 
-/// The only script of a text's letters; Other when there are several or none, or letters of unknown ways.
-Kind scriptOf(QStringView text)
+/// Whether all letters are of one script, of those whose words are known to be set independently.
+bool isOfOneScript(QStringView text)
 {
     bool latin = false;
     bool arabic = false;
@@ -57,14 +57,12 @@ Kind scriptOf(QStringView text)
     for (const QChar c : text) {
         const Kind kind = kindOf(c);
         if (kind == Kind::Other)
-            return Kind::Other;
+            return false;
         latin = latin || kind == Kind::Latin;
         arabic = arabic || kind == Kind::Arabic;
         mark = mark || kind == Kind::ArabicMark;
     }
-    if (latin == arabic || (latin && mark))
-        return Kind::Other;
-    return latin ? Kind::Latin : Kind::Arabic;
+    return latin != arabic && !(latin && mark);
 }
 
 /// Where a word that begins there ends: before the next letter behind a blank. So each word has letters,
@@ -124,7 +122,7 @@ double WidthBounds::boundWithZeros(const QString &text)
 /// Words of one script are set independently of each other: a text is as wide as they are together.
 double WidthBounds::widthOfWords(const QString &text)
 {
-    if (scriptOf(text) == Kind::Other)
+    if (!isOfOneScript(text))
         return measure(text);
     const QStringView blank = u" ";
     double width = 0;
