@@ -8,8 +8,6 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace
 {
 using Type = DataFormat::Type;

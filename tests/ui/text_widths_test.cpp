@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <random>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace
 {
 /// Fonts of different scripts and digits: those of the last one stand closer in some pairs.
