@@ -1,5 +1,6 @@
 #include "browsing.h"
 
+#include "browser_view.h"
 #include "hand.h"
 #include "platform/ui/data_grid.h"
 #include "platform/ui/flex_grid.h"
@@ -16,43 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-
-const QString browser = u"frmUniversalGrid"_s;
-
-template <typename Class>
-Class &control(const Screen &screen, const char *name)
-{
-    return dynamic_cast<Class &>(hand::reach(screen, name));
-}
-
-FlexGrid &gridOf(const Screen &screen)
-{
-    return control<FlexGrid>(screen, "FGrid");
-}
-
-void expect(const QStringList &found, const QStringList &expected, const QString &what)
-{
-    if (found != expected)
-        throw std::runtime_error(
-            u"%1: found %2; expected %3"_s.arg(what, found.join(u" | "_s), expected.join(u" | "_s))
-                .toStdString());
-}
-
-QStringList sorted(QStringList texts)
-{
-    texts.sort();
-    return texts;
-}
-
-/// The shown texts of a column in the order of the rows.
-QStringList column(const Screen &screen, const QString &field)
-{
-    const FlexGrid &grid = gridOf(screen);
-    QStringList texts;
-    for (int row = grid.fixedRows(); row < grid.rows(); ++row)
-        texts << grid.textMatrix(row, grid.columnOf(field));
-    return texts;
-}
 
 /// Number and member of each row that is shown, in alphabetical order.
 QStringList shownRows(const Screen &screen)
@@ -216,7 +180,7 @@ void playDetails(Player &player, const Story &story)
     player.onIdle(browser, [=, &player](Screen &screen) {
         constexpr int nameColumn = 1;
         constexpr int amountColumn = 4;
-        const auto &shares = control<DataGrid>(screen, "DGrid");
+        const auto &shares = dynamic_cast<DataGrid &>(hand::reach(screen, "DGrid"));
         QStringList found;
         for (int row = 1; row <= shares.rowCount(); ++row)
             found << shares.cellText(nameColumn, row) + u' ' + shares.cellText(amountColumn, row);
@@ -232,11 +196,6 @@ void playDetails(Player &player, const Story &story)
     player.onIdle(browser, [](Screen &screen) {
         expect(column(screen, u"transactionid"_s), {u"1"_s, u"2"_s}, u"the general table read anew"_s);
     });
-}
-
-void closeBrowser(Player &player)
-{
-    player.onIdle(browser, [](Screen &screen) { hand::click(screen, "cmdClose"); });
 }
 
 } // namespace

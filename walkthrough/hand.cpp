@@ -251,6 +251,13 @@ void clickCell(const Screen &screen, const char *grid, int row, int column, Qt::
     QTest::mouseClick(cells, button, {}, cells->mapFrom(&table, cellPlace(table, row, column)));
 }
 
+void doubleClickCell(const Screen &screen, const char *grid, int row, int column)
+{
+    const FlexGrid &table = gridOf(screen, grid);
+    QWidget *cells = table.viewport();
+    QTest::mouseDClick(cells, Qt::LeftButton, {}, cells->mapFrom(&table, cellPlace(table, row, column)));
+}
+
 void doubleClickHeading(const Screen &screen, const char *grid, int column)
 {
     const FlexGrid &table = gridOf(screen, grid);

@@ -45,7 +45,8 @@ void choosePopup(const Screen &screen, const char *entry);
 /// Clicks a cell of a FlexGrid that is in view; rows and columns count as the grid does.
 void clickCell(const Screen &screen, const char *grid, int row, int column,
                Qt::MouseButton button = Qt::LeftButton);
-/// Double-clicks a heading of a FlexGrid that is in view.
+/// Double-clicks a cell or a heading of a FlexGrid that is in view.
+void doubleClickCell(const Screen &screen, const char *grid, int row, int column);
 void doubleClickHeading(const Screen &screen, const char *grid, int column);
 
 /// Saves a picture of a window to a PNG file and makes its folder.

@@ -7,6 +7,7 @@
 #include "browsing.h"
 #include "core/engine.h"
 #include "core/program_place.h"
+#include "correcting.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/screen.h"
@@ -84,6 +85,7 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playRevenue(player, story);
     playExpense(player, story);
     playBrowsers(player, story);
+    playCorrections(player, story);
     playEnd(player, lastly);
     player.play();
     runProgram();

@@ -40,6 +40,15 @@ void addPerson(Player &player, const Story &story, const Person &person)
 
 std::vector<Story> stories()
 {
+    const Words arabicWords{
+        u"إيجار الدكان"_s, u"فاتورة الكهرباء"_s, u"إيجار العمارة"_s, u"نعم"_s, u"لا"_s, u"تعديل"_s, u"حذف"_s};
+    const Words englishWords{u"Rent of the shop"_s,
+                             u"The electricity bill"_s,
+                             u"Rent of the house"_s,
+                             u"YES"_s,
+                             u"NO"_s,
+                             u"Modified"_s,
+                             u"Deleted"_s};
     const QStringList amountsOf1000And100{u"33.33"_s,  u"33.33"_s,  u"33.33"_s, u"125.00"_s,
                                           u"175.00"_s, u"350.00"_s, u"350.00"_s};
     const QStringList amountsOf1001And200{u"62.00"_s, u"62.00"_s,  u"66.67"_s, u"66.67"_s,
@@ -47,6 +56,7 @@ std::vector<Story> stories()
     const Story arabicFirst{
         .name = u"arabic-1"_s,
         .arabic = true,
+        .words = arabicWords,
         .deceased = u"عبد الرحمن بن صالح"_s,
         .family = {{u"فاطمة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"12/03/1958"_s, u"1"_s},
                    {u"أحمد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"04/07/1980"_s, u"1"_s},
@@ -70,6 +80,7 @@ std::vector<Story> stories()
     const Story arabicSecond{
         .name = u"arabic-2"_s,
         .arabic = true,
+        .words = arabicWords,
         .deceased = u"إبراهيم بن خالد"_s,
         .family = {{u"حصة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"02/02/1950"_s, u"1"_s},
                    {u"نورة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"15/09/1962"_s, u"1"_s},
@@ -93,6 +104,7 @@ std::vector<Story> stories()
     const Story englishFirst{
         .name = u"english-1"_s,
         .arabic = false,
+        .words = englishWords,
         .deceased = u"Abdulrahman ibn Salih"_s,
         .family = {{u"Fatima"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"12/03/1958"_s, u"1"_s},
                    {u"Ahmad"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"04/07/1980"_s, u"1"_s},
@@ -116,6 +128,7 @@ std::vector<Story> stories()
     const Story englishSecond{
         .name = u"english-2"_s,
         .arabic = false,
+        .words = englishWords,
         .deceased = u"Ibrahim ibn Khalid"_s,
         .family = {{u"Hissa"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"02/02/1950"_s, u"1"_s},
                    {u"Noura"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"15/09/1962"_s, u"1"_s},
@@ -207,7 +220,7 @@ void playRevenue(Player &player, const Story &story)
         hand::click(screen, "cmdAll");
         hand::pressKey(hand::reach(screen, "txtAmount"), Qt::Key_Return);
         hand::fill(screen, "DTPicker1", story.revenueDate);
-        hand::fill(screen, "txtNote", story.arabic ? u"إيجار الدكان"_s : u"Rent of the shop"_s);
+        hand::fill(screen, "txtNote", story.words.revenueNote);
         player.picture(screen, story.name + u"-frmRevenue"_s);
         hand::click(screen, "cmdEntry");
     });
@@ -226,7 +239,7 @@ void playExpense(Player &player, const Story &story)
         hand::click(screen, "Check1_3");
         hand::pressKey(hand::reach(screen, "Text1"), Qt::Key_Return);
         hand::fill(screen, "DTPicker1", story.expenseDate);
-        hand::fill(screen, "Text2", story.arabic ? u"فاتورة الكهرباء"_s : u"The electricity bill"_s);
+        hand::fill(screen, "Text2", story.words.expenseNote);
         player.picture(screen, story.name + u"-frmExpense"_s);
         hand::click(screen, "cmdEntry");
     });

@@ -33,10 +33,23 @@ struct Sums {
     QString net;
 };
 
-/// One family's first revenue and first expense, in one language.
+/// What the story types into the entries and what the browsers say, in the story's language.
+struct Words {
+    QString revenueNote;
+    QString expenseNote;
+    QString correctedNote; ///< the revenue's, later
+    QString yes;           ///< of a valid row
+    QString no;
+    QString modified; ///< in the audit row of the correction
+    QString deleted;  ///< in that of the cancellation
+};
+
+/// One family's first revenue and first expense, in one language; the one is corrected and the other
+/// cancelled.
 struct Story {
     QString name; ///< of the folder that the store lies in
     bool arabic = true;
+    Words words;
     QString deceased;
     std::vector<Person> family;
     QString revenue;
