@@ -142,27 +142,6 @@ TEST_F(FlexGridTest, SetsAHeadingOnTheSideOfItsCellsWithAirBesideIt)
     }
 }
 
-TEST_F(FlexGridTest, DrawsNumbersAsWrittenAndCopiesThemBare)
-{
-    FlexGrid grid;
-    grid.setDataSource(set);
-    const auto drawn = [&](int row, int column) {
-        return grid.model()->index(row - 1, column).data().toString();
-    };
-    EXPECT_EQ(drawn(1, 2), u"-5.5"_s);
-    setRightToLeft(&grid, true);
-    EXPECT_EQ(drawn(1, 2), u"\u2066-5.5\u2069"_s);
-    EXPECT_EQ(drawn(1, 4), u"\u206603/04/2004\u2069"_s);
-    EXPECT_EQ(drawn(2, 1), u"\u2068\u0645\u0631\u0649 7\u2069"_s);
-    EXPECT_EQ(grid.textMatrix(1, 2), u"-5.5"_s);
-
-    grid.setCell(1, 1);
-    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left, Qt::Key_Down}) // left is the next column
-        QTest::keyClick(&grid, key, Qt::ShiftModifier);
-    QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"a\t-5.5\n\u0645\u0631\u0649 7\t"_s);
-}
-
 TEST_F(FlexGridTest, SortsByTheShownTexts)
 {
     openCells({u"'b',2,'01/02/2004'"_s, u"'10',-10.5,'01/01/2004'"_s, u"'',null,null"_s,
@@ -228,6 +207,7 @@ TEST_F(FlexGridTest, MovesAColumnWithAllThatBelongsToIt)
     grid.sort(4, Qt::DescendingOrder);
     EXPECT_EQ(down(grid, 1), u"c a \u0645\u0631\u0649 7"_s);
     grid.selectAll();
+    setRightToLeft(&grid, true); // the marks that it takes are not copied
     QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(),
               u"c\tTrue\t\tnone\na\tTrue\t03/04/2004\t-5.50\n\u0645\u0631\u0649 7\tFalse\t\t"_s);
@@ -345,7 +325,7 @@ TEST_F(FlexGridTest, TellsOfClicksAndKeys)
 
 TEST_F(FlexGridTest, ScrollsFromRightToLeft)
 {
-    openCells(QStringList(40, u"'line\nbreak',1,null"_s));
+    openCells(QStringList(1, u"'line\nbreak',-1.5,null"_s) + QStringList(39, u"'مرى 7',1,null"_s));
     FlexGrid grid;
     grid.resize(300, 200);
     setRightToLeft(&grid, true);
@@ -371,7 +351,13 @@ TEST_F(FlexGridTest, ScrollsFromRightToLeft)
     EXPECT_EQ(grid.topRow(), 1);
 
     EXPECT_EQ(grid.textMatrix(1, 2), u"line\nbreak"_s);
-    EXPECT_TRUE(
-        grid.model()->index(0, 2).data().toString().contains(u"line break"_s)); // in the one line it has
+    const auto drawn = [&](int row, int column) {
+        return grid.model()->index(row - 1, column).data().toString();
+    };
+    EXPECT_EQ(drawn(1, 2), u"\u2066line break\u2069"_s); // in the one line that it has
+    EXPECT_EQ(drawn(1, 3), u"\u2066-1.5\u2069"_s);
+    EXPECT_EQ(drawn(2, 2), u"\u2068مرى 7\u2069"_s);
+    setRightToLeft(&grid, false);
+    EXPECT_EQ(drawn(1, 3), u"-1.5"_s);
 }
 } // namespace
