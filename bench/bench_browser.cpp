@@ -268,6 +268,10 @@ int main(int argc, char **argv)
     }
     if (arguments.isEmpty())
         arguments = {u"10000"_s, u"100000"_s, u"1000000"_s};
+    if (!std::ranges::all_of(arguments, [](const QString &argument) { return argument.toInt() > 0; })) {
+        std::fputs("usage: bench_browser [--stores FOLDER] [ROWS... | --memory ROWS]\n", stderr);
+        return 2;
+    }
     std::vector<Workload> before;
     for (const QString &argument : std::as_const(arguments)) {
         Ledger ledger(folder, argument.toInt());
