@@ -1,4 +1,4 @@
-#include "temp_store.h"
+#include "database/temp_store.h"
 
 #include <algorithm>
 
@@ -148,24 +148,15 @@ TEST_F(Moves, AFilterSelectsRows)
         {u"name='ann' or name='bob' and valid=true"_s, "1"},
         {u"( name='ann'  or  name='bob' ) and (valid = false)"_s, "2"},
         {u"((name='ann' or (name='bob')) and (valid=true or group=2))"_s, "12"},
-        {u"name='O'Hara'"_s, "3001"},
-        {u"name="_s, "3001"},
-        {u"name='a' and"_s, "3001"},
-        {u"(name='a'"_s, "3001"},
-        {u"name='a')"_s, "3001"},
-        {u"name=5"_s, "3001"},
-        {u"name=ann"_s, "3001"},
-        {u"group='x'"_s, "3001"},
-        {u"group like '1*'"_s, "3001"},
-        {u"group=1,000"_s, "3001"},
-        {u"amount=1e30"_s, "3001"},
-        {u"dob='31/31/2004'"_s, "3001"},
-        {u"valid>null"_s, "3001"},
-        {QString(100000, u'('), "3001"},
         {u"nobody=1"_s, "3265"},
     };
     for (const auto &[filter, expected] : cases)
         EXPECT_EQ(shows(filter), expected) << filter.left(60).toStdString();
+    for (const QString &filter :
+         {u"name='O'Hara'"_s, u"name="_s, u"name='a' and"_s, u"(name='a'"_s, u"name='a')"_s, u"name=5"_s,
+          u"name=ann"_s, u"group='x'"_s, u"group like '1*'"_s, u"group=1,000"_s, u"amount=1e30"_s,
+          u"dob='31/31/2004'"_s, u"valid>null"_s, QString(100000, u'(')})
+        EXPECT_EQ(shows(filter), "3001") << filter.left(60).toStdString();
 
     set->setFilter(u"valid=false"_s);
     EXPECT_EQ(number([&] { set->setFilter(u"valid"_s); }), 3001);
@@ -234,9 +225,7 @@ TEST_F(Moves, ClonesShareTheRowsUntilARequery)
     copy->setValue(u"note"_s, u"new"_s);
     EXPECT_TRUE(copy->clone()->value(u"note"_s).isNull()); // pending edits are not shared
     copy->update();
-    copy->addNew();
-    copy->setValue(u"name"_s, u"c"_s);
-    copy->update();
+    addRow(*copy, u"c"_s);
     EXPECT_EQ(set->recordCount(), 1);
     set->setFilter({});
     EXPECT_EQ(set->recordCount(), 3);

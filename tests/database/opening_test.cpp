@@ -1,5 +1,5 @@
+#include "database/temp_store.h"
 #include "platform/database/session.h"
-#include "temp_store.h"
 
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QStringConverter>
@@ -28,7 +28,7 @@ TEST_F(Opening, TellsWhyAFileIsNoStoreAndLeavesItAlone)
 {
     const QString folder = m_folder.filePath(u"files"_s);
     QDir().mkpath(folder);
-    const QByteArray store = bytes(path);
+    const QByteArray store = bytesOf(path);
     const std::string format = "-2147467259 Unrecognized database fo";
     const std::string password = "-2147217843 Not a valid password.";
     const struct {
@@ -52,11 +52,11 @@ TEST_F(Opening, TellsWhyAFileIsNoStoreAndLeavesItAlone)
     for (const auto &wrong : cases) {
         SCOPED_TRACE(wrong.what);
         const QString file = folder + u"/f.mdb"_s;
-        ASSERT_TRUE(write(file, wrong.content));
+        writeFile(file, wrong.content);
         const ConnectionPtr other = Connection::create();
         EXPECT_EQ(outcome([&] { other->open(connectionTo(file, wrong.password)); }), wrong.expected);
         EXPECT_EQ(other->state(), stateClosed);
-        EXPECT_TRUE(bytes(file) == wrong.content);
+        EXPECT_TRUE(bytesOf(file) == wrong.content);
         EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList(u"f.mdb"_s));
     }
     const auto fails = [](const QString &file) {
@@ -90,10 +90,10 @@ TEST_F(Opening, IndexesOfAnotherOrderAreMadeAnew)
     EXPECT_EQ(first("pragma integrity_check"), sql::Parameter(QByteArray("ok")));
     EXPECT_EQ(rows(u"select [group] from people where name='a' or name='e'"_s), "1,5");
     EXPECT_NE(first("pragma user_version"), sql::Parameter(qint64(1)));
-    const QByteArray before = bytes(path);
+    const QByteArray before = bytesOf(path);
     connection->close();
     connection->open(connectionTo(path));
-    EXPECT_TRUE(bytes(path) == before); // once is enough
+    EXPECT_TRUE(bytesOf(path) == before); // once is enough
 
     const auto byBytes = [](void *, int leftSize, const void *left, int rightSize, const void *right) {
         return QByteArrayView(static_cast<const char *>(left), leftSize)

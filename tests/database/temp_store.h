@@ -5,17 +5,11 @@
 #include "platform/database/store_file.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/runtime_error.h"
+#include "support/child_process.h"
+#include "support/store_reading.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
-#include <unistd.h>
-
-using namespace Qt::Literals::StringLiterals;
 
 inline QString connectionTo(const QString &path, const QString &password = u"romanqvlt"_s)
 {
@@ -40,21 +34,6 @@ template <typename Work>
 int number(Work &&work)
 {
     return std::atoi(outcome(work).c_str());
-}
-
-/// What a piece of work gives in a process of its own, as its exit status; 99 when it throws.
-template <typename Work>
-int inChild(Work &&work)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        int code = 99;
-        ignoringErrors([&] { code = work(); });
-        _exit(code);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
 /// A folder with a store of two tables and an open connection. The folder's name holds what a connection
@@ -97,6 +76,13 @@ protected:
         return opened(name, LockType::Optimistic, CommandKind::Table);
     }
 
+    static void addRow(Recordset &set, const QString &name)
+    {
+        set.addNew();
+        set.setValue(u"name"_s, name);
+        set.update();
+    }
+
     /// Rows with those names and groups 1, 2, 3 ... ; every odd one is valid.
     void addPeople(const QStringList &names)
     {
@@ -120,28 +106,7 @@ protected:
     }
     static std::string shown(const Recordset &set)
     {
-        QStringList lines;
-        for (int row = 0; row < set.rowCount(); ++row) {
-            QStringList cells;
-            for (int field = 0; field < set.fieldCount(); ++field) {
-                const Value value = set.valueAt(row, field);
-                cells << (value.isNull() ? u"null"_s : value.toText());
-            }
-            lines << cells.join(u' ');
-        }
-        return lines.join(u',').toStdString();
-    }
-
-    QByteArray bytes(const QString &file) const
-    {
-        QFile opened(file);
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
-    }
-
-    bool write(const QString &file, const QByteArray &content) const
-    {
-        QFile opened(file);
-        return opened.open(QIODevice::WriteOnly) && opened.write(content) == content.size();
+        return linesOf(set, u" "_s, u"null"_s).join(u',').toStdString();
     }
 
     QTemporaryDir m_folder;

@@ -1,7 +1,5 @@
+#include "database/temp_store.h"
 #include "platform/database/session.h"
-#include "temp_store.h"
-
-#include <sys/resource.h>
 
 #include <csignal>
 
@@ -33,8 +31,7 @@ protected:
 void fillDisk(const QString &path)
 {
     std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{rlim_t(QFileInfo(path).size()), rlim_t(QFileInfo(path).size())};
-    setrlimit(RLIMIT_FSIZE, &limit);
+    limitFileSize(rlim_t(QFileInfo(path).size()));
 }
 
 } // namespace
@@ -112,7 +109,7 @@ TEST_F(Transactions, AKilledProcessLeavesNothing)
 {
     addPeople({u"a"_s});
     connection->close();
-    const QByteArray before = bytes(path);
+    const QByteArray before = bytesOf(path);
     const QString link = m_folder.filePath(u"link.mdb"_s); // the journal stands beside the file itself
     QFile::link(path, link);
     enum { InMemory, Spilled, Committing }; // how much of the transaction has reached the file
@@ -133,21 +130,22 @@ TEST_F(Transactions, AKilledProcessLeavesNothing)
             return kill(getpid(), SIGKILL);
         });
         ASSERT_EQ(code, -SIGKILL);
-        QByteArray left = bytes(path);
+        QByteArray left = bytesOf(path);
         EXPECT_EQ(left == before, state == InMemory);
         if (state == Committing) { // as when the power fails inside the first page
             left.replace(2048, 2048, before.mid(2048, 2048));
-            ASSERT_TRUE(write(path, left));
+            writeFile(path, left);
         }
         const QString journalPath = path + u"-journal"_s;
-        const QByteArray journal = bytes(journalPath);
+        const QByteArray journal = bytesOf(journalPath);
         for (const QString &name : {path, link})
             EXPECT_EQ(outcome([&] { connection->open(connectionTo(name, u"no"_s)); }),
                       "-2147217843 Not a valid password.");
-        EXPECT_TRUE(bytes(path) == left && bytes(journalPath) == journal);
+        EXPECT_TRUE(bytesOf(path) == left && bytesOf(journalPath) == journal);
         EXPECT_EQ(rows(u"select name from people"_s), "a");
-        EXPECT_EQ(bytes(path).size(), before.size());
-        EXPECT_EQ(bytes(journalPath).isEmpty(), state != InMemory); // what is not hot stays, of no effect
+        EXPECT_EQ(bytesOf(path).size(), before.size());
+        EXPECT_EQ(QFileInfo(journalPath).size() == 0,
+                  state != InMemory); // what is not hot stays, of no effect
     }
 }
 

@@ -1,10 +1,7 @@
 #include "entry/entry_fixture.h"
-
-#include <sys/resource.h>
-#include <sys/wait.h>
+#include "support/child_process.h"
 
 #include <csignal>
-#include <unistd.h>
 
 TEST_F(RevenueTest, WritesEveryFieldOfTheRows)
 {
@@ -66,15 +63,10 @@ TEST_F(RevenueTest, ADiskThatTakesNothingMoreLeavesNothing)
 {
     prepare();
     signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    dialogs.meanwhile = [&] {
-        const rlimit full{1024, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &full);
-    };
+    dialogs.meanwhile = [] { limitFileSize(1024); };
     fail(u"-2147467259 "_s);
     dialogs.meanwhile = nullptr;
-    setrlimit(RLIMIT_FSIZE, &before);
+    limitFileSize(RLIM_INFINITY);
     EXPECT_EQ(state(), u"0|0|0");
     EXPECT_EQ(textOf(screen, "txtAmount") + ticks(), u"1000xxxx");
     post();
@@ -84,19 +76,16 @@ TEST_F(RevenueTest, ADiskThatTakesNothingMoreLeavesNothing)
 TEST_F(RevenueTest, AProcessKilledInThePostingLeavesNothing)
 {
     prepare({{u"A son"_s}, {u"B cousin"_s, 4}});
-    const pid_t child = fork();
-    if (child == 0) {
+    const auto posting = [this] {
         // The first ledger row is written; the second is being asked for.
         dialogs.meanwhile = [] {
             if (engine.dbConnection->inTransaction())
                 raise(SIGKILL);
         };
         click(screen, "cmdEntry");
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+        return 0;
+    };
+    EXPECT_EQ(inChild(posting), -SIGKILL);
     EXPECT_EQ(state(), u"0|0|0");
 
     told();

@@ -82,9 +82,7 @@ TEST_F(SessionFixture, EndsOnAFileThatIsNoStoreAndLeavesItAlone)
         {QByteArray("notes of the family\n").repeated(1024), u"-2147467259 (80004005)"_s, unknown},
         {QByteArray(), u"-2147467259 (80004005)"_s, unknown}};
     for (const auto &[bytes, number, text] : cases) {
-        QFile file(engine.storeFilePath);
-        ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write(bytes) == bytes.size());
-        file.close();
+        writeFile(engine.storeFilePath, bytes);
         ScriptedDialogs dialogs;
         dialogs.expectUntrapped(number, text);
         EXPECT_EQ(start(), 1);

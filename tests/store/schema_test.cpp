@@ -1,16 +1,15 @@
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "store/schema.h"
+#include "support/child_process.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <sys/resource.h>
-#include <sys/wait.h>
 
-#include <unistd.h>
+#include <csignal>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -116,7 +115,7 @@ TEST_F(CreateStoreTest, ShowsAFailureAndNeverDropsTheEarlierStore)
                                                   {u"quvana_backup.mdb"_s, engine.storeFilePath}};
     for (const auto &[folderName, earlier] : cases) {
         QFile::remove(backup);
-        QFile(engine.storeFilePath).open(QFile::WriteOnly);
+        writeFile(engine.storeFilePath, {});
         QDir(folder()).mkdir(folderName);
         ScriptedDialogs dialogs;
         dialogs.expectMessage(u"File already exists"_s);
@@ -129,26 +128,18 @@ TEST_F(CreateStoreTest, ShowsAFailureAndNeverDropsTheEarlierStore)
 
 TEST_F(CreateStoreTest, LeavesNoHalfMadeStoreWhereverItIsKilled)
 {
-    const QByteArray remains = "a journal of a store that is gone";
-    QFile journal(engine.storeFilePath + u"-journal"_s);
-    ASSERT_TRUE(journal.open(QFile::WriteOnly) && journal.write(remains) == remains.size());
-    journal.close();
+    writeFile(engine.storeFilePath + u"-journal"_s, "a journal of a store that is gone");
     // No file may grow beyond so many pages: the system kills the maker at the first write that would.
     for (const rlim_t pages : {0, 1, 20, 40, 1000}) {
-        const pid_t maker = fork();
-        if (maker == 0) {
+        const int end = inChild([&] {
             const rlimit core{0, 0};
-            const rlimit size{pages * 4096, pages * 4096};
             setrlimit(RLIMIT_CORE, &core);
-            setrlimit(RLIMIT_FSIZE, &size);
-            _exit(create() ? 0 : 1);
-        }
-        int status = 0;
-        ASSERT_EQ(waitpid(maker, &status, 0), maker);
-        EXPECT_EQ(WIFSIGNALED(status), pages < 1000) << pages;
+            limitFileSize(pages * 4096);
+            return create() ? 0 : 1;
+        });
+        EXPECT_EQ(end, pages < 1000 ? -SIGXFSZ : 0) << pages;
         EXPECT_EQ(QFile::exists(engine.storeFilePath), pages == 1000) << pages;
     }
-    EXPECT_FALSE(journal.exists());
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files), QStringList(u"quvana.mdb"_s));
     EXPECT_EQ(shellRows(u"select count(*) from details"_s), QStringList(u"19"_s));
 }

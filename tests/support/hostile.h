@@ -1,9 +1,7 @@
 #pragma once
 
-#include "platform/database/recordset.h"
 #include "platform/ui/dialogs.h"
-
-#include <QtCore/QStringList>
+#include "support/store_reading.h"
 
 #include <functional>
 
@@ -11,7 +9,6 @@
 
 inline QStringList hostileTexts()
 {
-    using namespace Qt::Literals::StringLiterals;
     return {u"the heirs' x"_s,
             u"x; delete from members"_s,
             u"x','y'); drop table general --"_s,
@@ -31,21 +28,9 @@ inline QStringList hostileTexts()
 /// Amounts at the borders, and what only looks like one.
 inline QStringList hostileAmounts()
 {
-    using namespace Qt::Literals::StringLiterals;
-    return {u"1e300"_s,
-            u"-5"_s,
-            u"(12)"_s,
-            u"&H10"_s,
-            u"922337203685477.58"_s,
-            u"922337203685478"_s,
-            u"1e-300"_s,
-            u"&HFFFFFFFF"_s,
-            u"1,,000"_s,
-            u"$5"_s,
-            u"nan"_s,
-            u"inf"_s,
-            u"1e9999"_s,
-            QString(10000, u'9')};
+    return u"1e300 -5 (12) &H10 922337203685477.58 922337203685478 1e-300 &HFFFFFFFF 1,,000 $5 nan inf 1e9999"_s
+               .split(u' ')
+           << QString(10000, u'9');
 }
 
 /// Answers Yes to every question and an input box with `typed`, and keeps what was told.
@@ -76,18 +61,12 @@ private:
 /// Every row of some tables, as the store gives them.
 inline QStringList dumpOf(const ConnectionPtr &store, const QStringList &tables)
 {
-    using namespace Qt::Literals::StringLiterals;
     QStringList lines;
     for (const QString &table : tables) {
         const auto rows = Recordset::create();
         rows->open(u"select * from ["_s + table + u']', store, CursorType::Static);
-        for (int row = 0; row < rows->rowCount(); ++row) {
-            QStringList values{table};
-            for (int field = 0; field < rows->fieldCount(); ++field)
-                values << rows->valueAt(row, field).toText();
-            lines << values.join(u'|');
-        }
-        rows->close();
+        for (const QString &line : linesOf(*rows))
+            lines << table + u'|' + line;
     }
     return lines;
 }

@@ -2,7 +2,6 @@
 
 #include "core/navigation.h"
 #include "core/program_place.h"
-#include "platform/database/recordset.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/runtime_error.h"
 #include "store/connection_strings.h"
@@ -10,7 +9,6 @@
 #include "support/scripted_dialogs.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QProcess>
 
 #include <stdexcept>
 
@@ -69,45 +67,16 @@ void SessionFixture::setLanguage(bool arabic)
     engine.languageSuffix = arabic ? u"ar"_s : u"en"_s;
 }
 
-QByteArray SessionFixture::bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
 QStringList SessionFixture::rows(const QString &sql)
 {
     const RecordsetPtr set = Recordset::create();
     set->open(sql, engine.connectionString, CursorType::Static);
-    QStringList lines;
-    for (; !set->eof(); set->moveNext()) {
-        QStringList values;
-        for (int field = 0; field < set->fieldCount(); ++field) {
-            const Value value = set->value(field);
-            values += value.isNull() ? u"(null)"_s : value.toText();
-        }
-        lines += values.join(u'|');
-    }
-    set->close();
-    return lines;
+    return linesOf(*set);
 }
 
 QStringList SessionFixture::shellRows(const QString &sql, const QString &path)
 {
-    QProcess shell;
-    shell.start(u"sqlcipher"_s,
-                {u"-batch"_s, u"-init"_s, u"/dev/null"_s, u"-nullvalue"_s, u"(null)"_s, path});
-    const QString script = u"PRAGMA key = 'romanqvlt';\nPRAGMA cipher_page_size = 4096;\n"
-                           "PRAGMA kdf_iter = 64000;\nPRAGMA cipher_hmac_algorithm = HMAC_SHA1;\n"
-                           "PRAGMA cipher_kdf_algorithm = PBKDF2_HMAC_SHA1;\n"_s +
-                           sql + u";\n"_s;
-    shell.write(script.toUtf8());
-    shell.closeWriteChannel();
-    if (!shell.waitForFinished() || shell.exitCode() != 0)
-        ADD_FAILURE() << "sqlcipher: " << shell.readAllStandardError().toStdString();
-    QStringList lines = QString::fromUtf8(shell.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    lines.removeAll(u"ok"_s); // what a newer shell answers to the key
-    return lines;
+    return shellLines(path, sql);
 }
 
 StoreFixture::StoreFixture()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/engine.h"
+#include "support/store_reading.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
@@ -38,12 +39,10 @@ protected:
     /// What PrepareScreen sets for the language, without a screen.
     static void setLanguage(bool arabic);
 
-    /// What a file holds.
-    static QByteArray bytesOf(const QString &path);
     /// Rows of a SELECT in the store's dialect, read by a connection of its own: one text for each row, its
     /// values joined by `|`, Null as `(null)`.
     static QStringList rows(const QString &sql);
-    /// The same by the sqlcipher shell, which knows nothing of this program: plain SQL, stored values.
+    /// The same of plain SQL by the sqlcipher shell: stored values.
     static QStringList shellRows(const QString &sql, const QString &path = engine.storeFilePath);
 
 private:

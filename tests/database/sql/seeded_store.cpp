@@ -142,14 +142,7 @@ SeededStore::Result SeededStore::run(const QString &text)
     for (int index = 0; index < set->fieldCount(); ++index)
         columns.append(set->field(index).name + u' ' + typeName(set->field(index)));
     result.columns = columns.join(u", "_s);
-    for (int position = 0; position < set->rowCount(); ++position) {
-        QStringList row;
-        for (int index = 0; index < set->fieldCount(); ++index) {
-            const Value value = set->valueAt(position, index);
-            row.append(value.isNull() ? u"Null"_s : value.toText());
-        }
-        result.rows.append(row.join(u'|'));
-    }
+    result.rows = linesOf(*set, u"|"_s, u"Null"_s);
     return result;
 }
 
