@@ -20,10 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 // The dialogs as a user sees them.
 namespace
 {
-void onBox(const std::function<void(QMessageBox &)> &action)
-{
-    onModal<QMessageBox>(action);
-}
+constexpr auto onBox = onModal<QMessageBox>;
 
 TEST(Dialogs, AnswerByKeys)
 {
@@ -47,22 +44,16 @@ TEST(Dialogs, AnswerByKeys)
 
 TEST(Dialogs, KeepAnyTextPlainAndOnTheScreen)
 {
-    const std::pair<const char *, QString> texts[] = {
-        {"word", QString(10000, u'x')},
-        {"lines", QString(u"سطر\r\n"_s).repeated(2000)},
-        {"plain", u"<h1>Wait</h1> &amp;"_s},
-        {"both", u"User added successfully \r\nتم إضافة المستخدم الجديد بنجاج"_s},
-        {"empty", u""_s}};
+    const QString texts[] = {QString(10000, u'x'), QString(u"سطر\r\n"_s).repeated(2000),
+                             u"<h1>Wait</h1> &amp;"_s, u""_s};
     for (const bool arabic : {false, true}) {
         loadToolkitWords(arabic);
-        const QString suffix = arabic ? u"-ar.png"_s : u"-en.png"_s;
-        for (const auto &[name, text] : texts) {
+        for (const QString &text : texts) {
             onBox([&](QMessageBox &box) {
                 const QSize room = box.screen()->availableGeometry().size();
-                EXPECT_TRUE(box.width() <= room.width() && box.height() <= room.height()) << name;
+                EXPECT_TRUE(box.width() <= room.width() && box.height() <= room.height());
                 for (const auto *label : box.findChildren<QLabel *>())
-                    EXPECT_TRUE(label->text().isEmpty() || label->textFormat() == Qt::PlainText) << name;
-                savePicture(box, u"box-"_s + QLatin1String(name) + suffix);
+                    EXPECT_TRUE(label->text().isEmpty() || label->textFormat() == Qt::PlainText);
                 box.accept();
             });
             showMessage(text, MessageIcon::Information);
@@ -78,7 +69,6 @@ TEST(Dialogs, KeepAnyTextPlainAndOnTheScreen)
             auto *prompt = box.findChild<QLabel *>();
             EXPECT_EQ(prompt->alignment() & Qt::AlignRight, arabic ? Qt::AlignRight : Qt::Alignment());
             box.setTextValue(u"بيت ١٢۳"_s);
-            savePicture(box, u"input"_s + suffix);
             QTest::keyClick(box.findChild<QLineEdit *>(), Qt::Key_Return);
         });
         EXPECT_EQ(askText(u"فضلاً أدخل إسم المورٍث"_s, u"title"_s, u"old"_s), u"بيت 123"_s);
@@ -108,9 +98,9 @@ TEST(Dialogs, BeginWithTheFontAndTakeAnother)
         const FontChoice initial{u"DejaVu Sans"_s, 10, arabic, 0x123456}; // a colour that is not on offer
         for (const int color : {0x123456, 0x0000FF}) {
             onModal<QDialog>([&](QDialog &box) {
-                savePicture(box, arabic ? u"font-ar.png"_s : u"font-en.png"_s);
                 auto *colors = box.findChild<QComboBox *>(u"color"_s);
-                colors->setCurrentIndex(colors->findData(color));
+                if (color != initial.color)
+                    colors->setCurrentIndex(colors->findData(color));
                 box.accept();
             });
             const FontChoice chosen = askFont(initial);
@@ -129,8 +119,8 @@ TEST(Dialogs, TakeAFileAndFailWhenCancelled)
     });
     EXPECT_TRUE(askSaveFile(request).endsWith(u"/report.xls"_s));
 
-    for (const std::function<void()> &ask :
-         {std::function<void()>([] { askFont({}); }), {[&] { askSaveFile(request); }}}) {
+    const std::function<void()> cancelled[] = {[] { askFont({}); }, [&] { askSaveFile(request); }};
+    for (const auto &ask : cancelled) {
         onModal<QDialog>([](QDialog &box) { box.reject(); });
         EXPECT_EQ(failureOf(ask), 32755);
     }
