@@ -34,7 +34,7 @@ bool Filters::choose(Credit item)
     creditFilter = item == Credit::Both       ? QString()
                    : item == Credit::Revenues ? u"(creditordebit = true)"_s
                                               : u"(creditordebit = false)"_s;
-    combinedFilter = joined({creditFilter, validFilter, namesFilter});
+    combinedFilter = joined({creditFilter, validFilter});
     return true;
 }
 

@@ -44,6 +44,7 @@ frmUniversalGrid::frmUniversalGrid()
     m_ui->mnuPopup->actions().at(4)->setObjectName(u"xxxsep"_s);
     takeAsciiDigits(m_ui->txtNumber);
     m_ui->FGrid->setColumnDragging(columnDragDistance);
+    m_ui->FGrid->verticalScrollBar()->setFixedWidth(pixelsFromTwips(scrollAllowance));
     QPalette colors = m_ui->FGrid->palette(); // a picked cell stays readable where the selection has left it
     colors.setColor(QPalette::Highlight, QColor(176, 206, 240));
     colors.setColor(QPalette::HighlightedText, Qt::black);
@@ -51,10 +52,7 @@ frmUniversalGrid::frmUniversalGrid()
     connectCommands();
 }
 
-frmUniversalGrid::~frmUniversalGrid()
-{
-    disconnect(qApp, nullptr, this, nullptr); // its end moves the focus
-}
+frmUniversalGrid::~frmUniversalGrid() = default;
 
 void frmUniversalGrid::connectCommands()
 {
@@ -102,8 +100,8 @@ void frmUniversalGrid::connectCommands()
         leaveEditor();       // and so may its cell
     });
     for (const QScrollBar *bar : {m_ui->FGrid->verticalScrollBar(), m_ui->FGrid->horizontalScrollBar()})
-        connect(bar, &QScrollBar::valueChanged, this, &frmUniversalGrid::placeEditor);
-    connect(qApp, &QApplication::focusChanged, this,
+        connect(bar, &QScrollBar::valueChanged, &m_toTheEnd, [this] { placeEditor(); });
+    connect(qApp, &QApplication::focusChanged, &m_toTheEnd,
             [this](const QWidget *, const QWidget *now) { followFocus(now); });
     connect(m_ui->FGrid, &FlexGrid::cellClicked, this,
             [this](int row, int column) { run([&] { FGrid_Click(row, column); }); });
@@ -364,5 +362,8 @@ void frmUniversalGrid::placeGrid()
         width = qMin(width, m_totalWidth + grid.colWidth(0) + twipsFromPixels(2 * grid.frameWidth() + bar));
     }
     grid.setGeometry(pixelsFromTwips((inner - width) / 2), top, pixelsFromTwips(width), height);
-    placeEditor();
+    if (m_editor) {
+        grid.scrollTo(grid.currentIndex());
+        placeEditor();
+    }
 }

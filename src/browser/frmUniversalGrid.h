@@ -179,4 +179,5 @@ private:
     int m_detailsWidth = 0;                                 ///< the same of the details
     int m_formatRun = 0; ///< counts the changes of rows and formats, so that an older formatting ends
     QElapsedTimer m_reading;
+    QObject m_toTheEnd; ///< goes before the controls, which tell of scrolling and focus even as they go
 };

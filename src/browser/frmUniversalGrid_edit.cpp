@@ -1,5 +1,6 @@
 #include "browser/corrections.h"
 #include "browser/frmUniversalGrid.h"
+#include "browser/grid_formatting.h"
 #include "browser/hourglass.h"
 #include "core/engine.h"
 #include "core/navigation.h"
@@ -39,6 +40,9 @@ void frmUniversalGrid::openEditor(int row, int column)
     if (!ColumnEditable(name))
         return showMessage(u"You CANNOT change this column! لا تستطيع تغيير هذا العمود"_s);
     ::setRightToLeft(m_ui->Text1, true); // a cell always has an alignment, in English too: that is meant
+    ::setRightToLeft(m_ui->Combo1, true);
+    for (QLineEdit *box : {m_ui->Text1, m_ui->Combo1->lineEdit()})
+        box->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     m_editRow = qint16(row);
     m_editCol = qint16(column);
     grid.setCell(row, column);
@@ -79,21 +83,26 @@ void frmUniversalGrid::showEditor(QWidget *editor)
 {
     m_editor = editor;
     editor->setFont(m_ui->FGrid->font());
-    placeEditor();
     editor->show();
     editor->raise();
     editor->setFocus();
+    placeEditor();
 }
 
-/// Over its cell, which may have moved; one that was scrolled out of view closes.
+/// Over its cell, which may have moved; one that was scrolled out of view closes. List and date get the room
+/// that their words and arrow need.
 void frmUniversalGrid::placeEditor()
 {
     if (!m_editor)
         return;
-    const QRect cell = m_ui->FGrid->cellRect(m_editRow, m_editCol);
-    if (cell.isEmpty())
+    const FlexGrid &grid = *m_ui->FGrid;
+    const QRect seen = grid.cellRect(m_editRow, m_editCol);
+    if (seen.isEmpty())
         return closeEditor();
-    m_editor->setGeometry(cell.translated(m_ui->FGrid->pos()));
+    const QRect cell = seen.translated(grid.pos());
+    const QSize size = m_editor == m_ui->Text1 ? cell.size() : cell.size().expandedTo(m_editor->sizeHint());
+    const int left = std::max(cell.right() + 1 - size.width(), grid.x());
+    m_editor->setGeometry({QPoint(left, cell.top() - (size.height() - cell.height()) / 2), size});
 }
 
 void frmUniversalGrid::closeEditor()
@@ -112,6 +121,8 @@ void frmUniversalGrid::closeEditor()
     }
     m_ui->FGrid->setTextMatrix(m_editRow, m_editCol, text);
     leaveEditor();
+    m_totalWidth += widenFor(*m_ui->FGrid, m_editCol, text);
+    placeGrid();
 }
 
 void frmUniversalGrid::leaveEditor()
@@ -136,7 +147,7 @@ bool frmUniversalGrid::Form_KeyDown(QKeyEvent *event)
     FlexGrid &grid = *m_ui->FGrid;
     switch (event->key()) {
     case Qt::Key_F2:
-        if (!grid.hasFocus() || !m_ui->mnuModify->isChecked())
+        if (focusWidget() != &grid || !m_ui->mnuModify->isChecked())
             return false;
         run([&] {
             FGrid_Click(grid.row(), grid.col());

@@ -164,3 +164,11 @@ std::optional<int> fitColumns(FlexGrid &grid, const std::function<bool(int perce
         grid.setColWidth(grid.columnOf(names[i]), widths[i]);
     return widthOfColumns(grid);
 }
+
+int widenFor(FlexGrid &grid, int column, const QString &text)
+{
+    const int before = grid.colWidth(column);
+    const int seen = twipsFromPixels(grid.viewport()->width());
+    grid.setColWidth(column, std::max(before, std::min(grid.textWidth(text) + cellPadding, seen)));
+    return grid.colWidth(column) - before;
+}

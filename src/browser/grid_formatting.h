@@ -26,3 +26,6 @@ int setColumnFormats(FlexGrid &grid, const Recordset &rows);
 /// often, with the percentage done, and may serve events; once it gives False, nothing is returned and
 /// the grid is not touched any more. Returns the width of all columns in twips.
 std::optional<int> fitColumns(FlexGrid &grid, const std::function<bool(int percent)> &goOn);
+/// Makes a column wide enough for a text that was typed into it, but not wider than what is seen of the grid.
+/// Returns the width added, in twips.
+int widenFor(FlexGrid &grid, int column, const QString &text);
