@@ -34,7 +34,7 @@ bool Filters::choose(Credit item)
     creditFilter = item == Credit::Both       ? QString()
                    : item == Credit::Revenues ? u"(creditordebit = true)"_s
                                               : u"(creditordebit = false)"_s;
-    combinedFilter = joined({creditFilter, validFilter});
+    combinedFilter = joined({creditFilter, validFilter, namesFilter});
     return true;
 }
 
