@@ -2,8 +2,6 @@
 #include "support/printing.h"
 #include "support/store_fixture.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 TEST_F(StoreFixture, AFamilyIsUsableWithTwoSoundValidMembers)
 {
     EXPECT_FALSE(CheckFamily());

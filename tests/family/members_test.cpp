@@ -1,6 +1,4 @@
 #include "family/frmMembers.h"
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "platform/ui/application.h"
 #include "presentation/vocabulary.h"
 #include "support/hostile.h"
@@ -10,8 +8,6 @@
 #include <QtWidgets/QLineEdit>
 
 #include <algorithm>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {

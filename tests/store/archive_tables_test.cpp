@@ -5,8 +5,6 @@
 
 #include <QtWidgets/QComboBox>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace
 {
 

@@ -1,4 +1,3 @@
-#include "platform/runtime/dates.h"
 #include "platform/ui/application.h"
 #include "store/compaction.h"
 #include "store/data_helpers.h"
@@ -12,8 +11,6 @@
 #include <QtCore/QTimer>
 
 #include <ctime>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {

@@ -5,8 +5,6 @@
 
 #include <QtCore/QMap>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace
 {
 

@@ -1,5 +1,3 @@
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "store/schema.h"
 #include "support/child_process.h"
 #include "support/screens.h"
@@ -10,8 +8,6 @@
 #include <QtCore/QFileInfo>
 
 #include <csignal>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {

@@ -2,7 +2,6 @@
 
 #include "core/navigation.h"
 #include "core/program_place.h"
-#include "platform/runtime/clock.h"
 #include "platform/runtime/runtime_error.h"
 #include "store/connection_strings.h"
 #include "store/schema.h"
@@ -11,8 +10,6 @@
 #include <QtCore/QFile>
 
 #include <stdexcept>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {

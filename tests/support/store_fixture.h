@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/engine.h"
+#include "platform/runtime/clock.h"
+#include "platform/runtime/dates.h"
 #include "support/store_reading.h"
 
 #include <QtCore/QStringList>

@@ -1,13 +1,9 @@
 #include "core/navigation.h"
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "platform/ui/application.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "users/frmChanges.h"
 #include "users/frmNewUser.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {

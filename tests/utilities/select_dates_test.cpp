@@ -1,10 +1,6 @@
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "utilities/frmSelectDates.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
