@@ -1,12 +1,8 @@
 #include "core/program_place.h"
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "shell/frmLogin.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "users/frmNewUser.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {

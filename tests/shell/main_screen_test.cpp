@@ -1,6 +1,4 @@
 #include "core/navigation.h"
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "platform/ui/controls.h"
 #include "shell/frmMain.h"
 #include "support/screens.h"
@@ -11,8 +9,6 @@
 #include <QtGui/QStatusTipEvent>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QStatusBar>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {

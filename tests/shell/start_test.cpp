@@ -1,6 +1,4 @@
 #include "core/program_place.h"
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "platform/ui/application.h"
 #include "shell/frmLogin.h"
 #include "shell/main.h"
@@ -12,8 +10,6 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
