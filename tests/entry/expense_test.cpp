@@ -1,4 +1,6 @@
 #include "entry/entry_fixture.h"
+#include "platform/database/engine.h"
+#include "platform/database/session.h"
 
 namespace
 {
@@ -198,6 +200,12 @@ TEST_F(ExpenseTest, AFailedPostingLeavesNothing)
     execute({u"delete from settings"_s}); // not repaired, unlike a revenue's
     fail(u"3021 "_s);
     EXPECT_EQ(rows(u"select sn from settings"_s), QStringList());
+    const ConnectionPtr other = Connection::create();
+    other->open(engine.connectionString);
+    other->session().engine().run("begin exclusive");
+    engine.dbConnection->session().engine().run("pragma busy_timeout = 1");
+    fail(u"-2147467259 database is locked"_s);
+    other->close();
     engine.dbConnection->close(); // the failure path is armed once the transaction has begun
     EXPECT_TRUE(processEnded(1, [&] { click(screen, "cmdEntry"); }));
     EXPECT_EQ(told().last(),

@@ -56,11 +56,12 @@ public:
 
     /// One level of transaction around execute() and recordset writes.
     /// @throws RuntimeError -2147168242 from commitTrans() and rollbackTrans() when none is active, 3219 from
-    /// beginTrans() inside one. A failed commit ends the transaction and rolls everything back before it
-    /// throws; a rollbackTrans() right behind it is taken, so that one failure path serves every failure.
-    /// When the engine itself has rolled back at a failure (a full disk), the level stays open for that
-    /// rollbackTrans(), and every write and the commit are refused until then: no later statement of the
-    /// transaction can take effect alone.
+    /// beginTrans() inside one. A store that another program has locked is told by the first statement that
+    /// the lock keeps out, inside the transaction. A failed commit ends the transaction and rolls everything
+    /// back before it throws; a rollbackTrans() right behind it is taken, so that one failure path serves
+    /// every failure. When the engine itself has rolled back at a failure (a full disk), the level stays open
+    /// for that rollbackTrans(), and every write and the commit are refused until then: no later statement of
+    /// the transaction can take effect alone.
     void beginTrans();
     void commitTrans();
     void rollbackTrans();

@@ -152,7 +152,11 @@ void Session::begin()
 {
     if (inTransaction())
         throw data_errors::notAllowedInContext(); // one level
-    run(sql::Step{"begin immediate", {}});
+    try {
+        run(sql::Step{"begin immediate", {}});
+    } catch (const RuntimeError &) {
+        run(sql::Step{"begin", {}});
+    }
     m_transaction = Transaction::Active;
     m_schemaChanged = false;
 }
