@@ -103,6 +103,8 @@ void frmUniversalGrid::connectCommands()
         connect(bar, &QScrollBar::valueChanged, &m_toTheEnd, [this] { placeEditor(); });
     connect(qApp, &QApplication::focusChanged, &m_toTheEnd,
             [this](const QWidget *, const QWidget *now) { followFocus(now); });
+    connect(m_ui->FGrid->horizontalHeader(), &QHeaderView::sectionMoved, &m_toTheEnd,
+            [this](int, int from, int to) { followColumn(from, to); });
     connect(m_ui->FGrid, &FlexGrid::cellClicked, this,
             [this](int row, int column) { run([&] { FGrid_Click(row, column); }); });
     connect(m_ui->FGrid, &FlexGrid::cellDoubleClicked, this,
@@ -174,9 +176,9 @@ void frmUniversalGrid::Form_Unload()
 {
     ++m_formatRun;
     closeEditor();
-    letGo(m_saved);
     if (m_rowDirty && m_primary && m_primary->isOpen()) // not behind the end of the program's connection
         AskToSaveRow();
+    letGo(m_saved);
     letGo(m_primary);
     letGo(m_detail);
 }

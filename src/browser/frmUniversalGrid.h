@@ -135,6 +135,8 @@ private:
 
     void DoColumnSort();
     void leavePickedCell();
+    /// Keeps pick and editor with their cells when a column is moved.
+    void followColumn(int from, int to);
     bool mayTotal() const;
     void showTotals(const QString &statement, const QString &heading);
     void FormatDetailsGrid();

@@ -70,6 +70,20 @@ void frmUniversalGrid::leavePickedCell()
     m_ui->DGrid->hide();
 }
 
+void frmUniversalGrid::followColumn(int from, int to)
+{
+    const auto moved = [from, to](int column) {
+        if (column == from)
+            return to;
+        if (column < std::min(from, to) || column > std::max(from, to))
+            return column;
+        return from < to ? column - 1 : column + 1; // it makes room
+    };
+    m_prevCol = moved(m_prevCol);
+    m_editCol = qint16(moved(m_editCol));
+    placeEditor();
+}
+
 void frmUniversalGrid::FGrid_MouseUp(const QPoint &position)
 {
     if (!m_tableName.contains(u"audit_"_s))
@@ -82,9 +96,11 @@ void frmUniversalGrid::FGrid_DblClick(int row, int column)
 {
     const bool edits = m_ui->mnuModify->isChecked();
     if (edits && row < m_ui->FGrid->fixedRows()) { // a heading's double click edits the current row
-        row = m_ui->FGrid->row();
-        FGrid_Click(row, column);
+        FGrid_Click(m_ui->FGrid->row(), column);
+        row = m_ui->FGrid->row(); // a save has read the rows anew
     }
+    if (!isLoaded()) // closed meanwhile
+        return;
     if (m_cellPicked)
         leavePickedCell();
     if (edits)

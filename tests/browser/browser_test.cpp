@@ -162,6 +162,52 @@ TEST_F(BrowserTest, SurvivesWhatTheUserDoesInTheMiddleOfItsWork)
     EXPECT_EQ(column(*second, u"transactionid"_s), u"2"_s);
 }
 
+TEST_F(BrowserTest, KeepsPickAndEditorWithTheirColumnAndSurvivesClosingInASave)
+{
+    const QString field = u"transactiondetail"_s;
+    const auto type = [&](Screen &screen) {
+        gridOf(screen).setFocus();
+        gridOf(screen).setCell(2, gridOf(screen).columnOf(field));
+        hand::pressKey(gridOf(screen), Qt::Key_F2);
+        hand::fill(*screen.focusWidget(), u"typed"_s);
+    };
+    for (const bool ranged : {false, true}) {
+        const auto screen = browse(u"general"_s);
+        FlexGrid &grid = gridOf(*screen);
+        const auto isPicked = [&](const QString &name) {
+            const int section = grid.horizontalHeader()->logicalIndex(grid.columnOf(name));
+            return grid.model()->index(1, section).data(Qt::BackgroundRole).value<QColor>() ==
+                   grid.palette().color(QPalette::Highlight);
+        };
+        pick(*screen, 2, u"amount"_s);
+        grid.moveColumn(grid.columnOf(u"amount"_s), 5);
+        EXPECT_TRUE(isPicked(u"amount"_s));
+        pick(*screen, 2, u"valid"_s);
+        EXPECT_TRUE(isPicked(u"valid"_s) && !isPicked(u"amount"_s));
+        dialogs.expectMessage(u"You can make changes now"_s);
+        chooseMenu(*screen, "mnuModify");
+        if (ranged) {
+            dialogs.expectAnyMessage();
+            selectDates(*screen, u"01/01/2004"_s, u"31/12/2004"_s);
+        }
+        type(*screen);
+        grid.moveColumn(grid.columnOf(field), 2);
+        hand::pressKey(*screen, Qt::Key_Return);
+        EXPECT_EQ(grid.fieldName(2) + column(*screen, field).left(10), field + u"note typed"_s);
+
+        grid.setCell(1, 2);
+        dialogs.expectNo(engine.textSaveChanges).meanwhile([&] {
+            // While the rows that the answer reads anew are fitted.
+            later([&] { ranged ? selectDates(*screen, {}, {}) : screen->unload(); });
+        });
+        if (ranged)
+            screen->unload();
+        else
+            hand::pressKey(grid, Qt::Key_F3); // on the heading: edits the current row
+        EXPECT_FALSE(screen->isLoaded());
+    }
+}
+
 // --- order and place of rows
 
 TEST_F(BrowserTest, SortsByTheShownTextsAndSearchesFromTheCurrentRow)
