@@ -2,8 +2,6 @@
 
 #include "entry/frmExpense.h"
 #include "entry/frmRevenue.h"
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "support/hostile.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
@@ -14,8 +12,6 @@
 #include <QtWidgets/QLabel>
 
 #include <array>
-
-using namespace Qt::Literals::StringLiterals;
 
 inline const auto success = u"Successful Entry تم إدخال المبلغ بنجاح"_s;
 inline const auto badRelation = u"Error!!  relation in database is invalid خطأ فادح في القرابه"_s;
