@@ -22,7 +22,6 @@ protected:
                          .arg(columns)
                          .arg(day)});
     }
-    static QString either(const QString &ar, const QString &en) { return GetParam() ? ar : en; }
     static QString lines(const QStringList &texts) { return texts.join(u"\r\n"_s); }
 
     /// Archiving or merging up to one of its two questions, 0 or 1, which gets No; all the way for 2.

@@ -43,13 +43,14 @@ protected:
                 columns, share, amount, values)});
     }
 
+    static QString either(const QString &ar, const QString &en) { return engine.isArabic ? ar : en; }
     /// A loaded browser on a table.
     static std::unique_ptr<frmUniversalGrid> browse(const QString &table)
     {
         engine.browseTable = table;
         auto screen =
             std::unique_ptr<frmUniversalGrid>(::new frmUniversalGrid); // not one that deletes itself
-        screen->load();
+        screen->showModeless();
         return screen;
     }
     static FlexGrid &gridOf(const Screen &screen) { return control<FlexGrid>(screen, "FGrid"); }

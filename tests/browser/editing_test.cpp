@@ -2,11 +2,9 @@
 #include "core/navigation.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
-#include "platform/ui/date_picker.h"
 
 #include <QtGui/QAction>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QScrollBar>
+#include <QtTest/QTest>
 
 // Corrections and cancels through the browser's grid.
 
@@ -24,7 +22,6 @@ protected:
                  u"delete from [ledger] where transactionid=2"_s,
                  u"update general set lastupdate='06/01/2004'"_s});
     }
-    static QString either(const QString &ar, const QString &en) { return GetParam() ? ar : en; }
 
     std::unique_ptr<frmUniversalGrid> browseGeneral()
     {
@@ -42,6 +39,15 @@ protected:
         grid.setCell(row, grid.columnOf(field));
         hand::pressKey(grid, Qt::Key_F2);
         return openEditor(screen);
+    }
+    static void doubleClick(const Screen &screen, int row, const QString &field)
+    {
+        const FlexGrid &grid = gridOf(screen);
+        const int column = grid.columnOf(field);
+        hand::clickCell(screen, "FGrid", row, column);
+        const QPoint middle = grid.viewport()->mapFrom(&grid, grid.cellRect(row, column).center());
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, middle);
+        QTest::mouseRelease(grid.viewport(), Qt::LeftButton, {}, middle);
     }
     static QString openEditor(const Screen &screen)
     {
@@ -98,35 +104,26 @@ TEST_P(Editing, EachEditorCorrectsItsColumns)
     const struct {
         QString field;
         const char *editor;
-        QString holds, typed, shown, after;
-        int key;
+        QString holds, typed, shown;
+        int key, row; ///< that closes it, and where that leads
     } edits[] = {
-        {u"transactiondetail"_s,
-         "Text1",
-         u"note"_s,
-         u"إيجار (12)"_s,
-         {},
-         u"3 transactiondetail"_s,
-         Qt::Key_Return},
-        {u"paymentdetail"_s, "Text1", u"paid"_s, u"by general Omar"_s, {}, u"2 paymentdetail"_s, Qt::Key_Tab},
-        {u"paymentmethod"_s, "Text1", u"cash"_s, u"x"_s, {}, u"3 paymentmethod"_s, Qt::Key_Enter},
-        {u"gtype"_s, "Combo1", either(u"تلفون"_s, u"Phone"_s), kind, {}, u"2 gtype"_s, Qt::Key_Return},
-        {u"ddate"_s, "dtpDate", u"15/03/2004"_s, u"03/02/2004"_s, u"2004/02/03"_s, u"2 ddate"_s,
-         Qt::Key_Return},
-    };
+        {u"transactiondetail"_s, "Text1", u"note"_s, u"إيجار (12)"_s, {}, Qt::Key_Return, 3},
+        {u"paymentdetail"_s, "Text1", u"paid"_s, u"by general Omar"_s, {}, Qt::Key_Tab, 2},
+        {u"paymentmethod"_s, "Text1", u"cash"_s, u"x"_s, {}, Qt::Key_Enter, 3},
+        {u"gtype"_s, "Combo1", either(u"تلفون"_s, u"Phone"_s), kind, {}, Qt::Key_Return, 2},
+        {u"ddate"_s, "dtpDate", u"15/03/2004"_s, u"03/02/2004"_s, u"2004/02/03"_s, Qt::Key_Return, 2}};
     for (const auto &c : edits) {
         SCOPED_TRACE(c.field.toStdString());
         EXPECT_EQ(open(*screen, 2, c.field), QLatin1StringView(c.editor));
         EXPECT_EQ(textOf(*screen, c.editor), c.holds);
-        EXPECT_EQ(control(*screen, "Text1").isRightToLeft(), true);
+        EXPECT_TRUE(control(*screen, "Text1").isRightToLeft());
         const QRect seen = gridOf(*screen).cellRect(2, gridOf(*screen).columnOf(c.field));
         EXPECT_TRUE(control(*screen, c.editor).geometry().contains(seen.translated(gridOf(*screen).pos())));
         savePicture(*screen, u"edit_%1_%2.png"_s.arg(c.field).arg(GetParam()));
         hand::fill(*screen->focusWidget(), c.typed);
         hand::pressKey(*screen, c.key);
-        EXPECT_EQ(openEditor(*screen), u""_s);
         EXPECT_EQ(cell(*screen, 2, c.field), c.shown.isEmpty() ? c.typed : c.shown);
-        EXPECT_EQ(place(*screen), c.after);
+        EXPECT_EQ(place(*screen), QString::number(c.row) + u' ' + c.field);
     }
     QStringList expected = stored();
     const QString before = expected.filter(u"2|2|"_s).first();
@@ -153,12 +150,11 @@ TEST_P(Editing, EachEditorCorrectsItsColumns)
 
 TEST_P(Editing, OnlyTheToldCellsOpen)
 {
-    const QString table = u"You CANNOT make changes here! لا تستطيع التغيير في هذا السجل "_s;
     const QString wrongColumn = u"You CANNOT change this column! لا تستطيع تغيير هذا العمود"_s;
     auto screen = browse(u"ledger"_s);
     EXPECT_EQ(open(*screen, 1, u"ddate"_s), u""_s);
     control<QAction>(*screen, "mnuModify").setChecked(true); // no command does this
-    dialogs.expectMessage(table);
+    dialogs.expectMessage(u"You CANNOT make changes here! لا تستطيع التغيير في هذا السجل "_s);
     EXPECT_EQ(open(*screen, 1, u"ddate"_s), u""_s);
     screen->unload();
 
@@ -202,9 +198,7 @@ TEST_P(Editing, TheRowIsDirtyAsItsLastEditorLeftIt)
         }
     }
     EXPECT_EQ(cell(*screen, 2, u"ddate"_s), u"2004/03/15"_s);
-    open(*screen, 1, u"paymentdetail"_s);
-    hand::fill(*screen->focusWidget(), u"nothing of this"_s);
-    hand::pressKey(*screen, Qt::Key_Escape);
+    edit(*screen, 1, u"paymentdetail"_s, u"nothing of this"_s, Qt::Key_Escape);
     leave();
     EXPECT_EQ(cell(*screen, 1, u"paymentdetail"_s), u"paid"_s);
     // A second edit that leaves its cell as picked clears the mark of the first.
@@ -218,13 +212,13 @@ TEST_P(Editing, TheRowIsDirtyAsItsLastEditorLeftIt)
     expectSave(false);
     leave();
     EXPECT_EQ(cell(*screen, 1, u"paymentdetail"_s) + place(*screen), u"paid3 amount"_s);
-    // Closed by another control, the kind begins with the first of the list.
-    open(*screen, 1, u"gtype"_s);
-    control(*screen, "txtNumber").setFocus();
-    EXPECT_EQ(openEditor(*screen) + cell(*screen, 1, u"gtype"_s), either(u"تلفون"_s, u"Phone"_s));
+    // The kind begins with the first of the list. A click on another row closes the editor and asks.
+    const int amount = gridOf(*screen).columnOf(u"amount"_s);
+    doubleClick(*screen, 1, u"gtype"_s);
+    EXPECT_EQ(openEditor(*screen), u"Combo1"_s);
     expectSave(false);
-    leave();
-    leave();
+    hand::clickCell(*screen, "FGrid", 3, amount);
+    EXPECT_EQ(textOf(*screen, "Combo1"), either(u"تلفون"_s, u"Phone"_s));
     EXPECT_EQ(stored(), before);
 }
 
@@ -256,7 +250,13 @@ TEST_P(Editing, ASaveThatFailsClearsTheFilterAndKeepsWhatWasTyped)
         EXPECT_EQ(cell(*screen, 4, u"paymentdetail"_s), u"paid"_s);
         chooseMenu(*screen, "mnuBothCreditOrDebit");
     }
-    // A word that no row has is one more kind of "other".
+    // A save looks from the last one's row on: a row above it counts as changed in all columns, and behind
+    // that there is no row to start from. A word that no row has is one more kind of "other".
+    for (const auto &[row, saved] : {std::pair(3, true), {1, true}, {2, false}}) {
+        edit(*screen, row, u"paymentmethod"_s, u"y"_s);
+        expectSave(true, saved);
+        pick(*screen, 4, u"amount"_s);
+    }
     edit(*screen, 4, u"gtype"_s, u"no such kind"_s);
     expectSave(true);
     pick(*screen, 1, u"amount"_s);
@@ -282,18 +282,14 @@ TEST_P(Editing, ClosingTakesTheOpenEditorAndAsks)
     for (const auto &[name, close] : ways) {
         const auto screen = browseGeneral();
         open(*screen, 1, u"paymentmethod"_s);
-        hand::fill(*screen->focusWidget(), QLatin1StringView(name).left(15));
+        hand::fill(*screen->focusWidget(), QLatin1StringView(name));
         expectSave(true);
         close(*screen);
         EXPECT_FALSE(screen->isLoaded());
         EXPECT_EQ(rows(u"select paymentmethod from general where transactionid=1"_s),
-                  QStringList{QLatin1StringView(name).left(15)});
+                  QStringList{QLatin1StringView(name)});
     }
-    auto screen = browseGeneral();
-    edit(*screen, 1, u"paymentmethod"_s, u"x"_s);
-    expectSave(false);
-    screen->close();
-    screen = browseGeneral();
+    const auto screen = browseGeneral();
     edit(*screen, 1, u"paymentmethod"_s, u"x"_s);
     engine.dbConnection->close(); // as the end of the program does: nothing can be saved any more
     screen->close();
@@ -350,9 +346,7 @@ TEST_P(Editing, ARangeAndAnArchiveCorrectByTheirOwnRules)
     choose(*screen, "ArchivesList", u"general1"_s);
     edit(*screen, 1, u"paymentdetail"_s, u"x"_s);
     dialogs.expectYes(engine.textSaveChanges);
-    dialogs.expectMessage(
-        u"The database engine cannot find the input table or query 'ledger11'. Make sure it "
-        "exists and that its name is spelled correctly."_s);
+    dialogs.expectAnyMessage(); // no table 'ledger11'
     dialogs.expectMessage(u"Error حدث خطأ"_s);
     screen->unload();
     EXPECT_EQ(stored(), before);
