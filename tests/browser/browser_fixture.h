@@ -44,7 +44,7 @@ protected:
     }
 
     static QString either(const QString &ar, const QString &en) { return engine.isArabic ? ar : en; }
-    /// A loaded browser on a table.
+    /// A browser on a table, loaded and shown.
     static std::unique_ptr<frmUniversalGrid> browse(const QString &table)
     {
         engine.browseTable = table;

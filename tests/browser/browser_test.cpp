@@ -145,6 +145,8 @@ TEST_F(BrowserTest, SurvivesWhatTheUserDoesInTheMiddleOfItsWork)
     const auto first = browse(u"ledger"_s);
     EXPECT_EQ(textOf(*first, "Label1") + textOf(*second, "Label1"), u"Totals : 7Totals : 4"_s);
     EXPECT_EQ(first->caption() + second->caption(), u"ledgergeneral"_s);
+    serveEvents();
+    EXPECT_EQ(QApplication::activeWindow(), second.get()); // which came to the front meanwhile
 
     later([&] { chooseMenu(*first, "mnuExpenses"); }); // while the columns are fitted
     chooseMenu(*first, "mnuInValid");

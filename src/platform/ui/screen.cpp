@@ -187,12 +187,15 @@ void Screen::showModal()
 
 void Screen::showModeless()
 {
+    const bool loadedBefore = m_loaded;
     load();
     if (!m_loaded)
         return;
     if (!isVisible()) {
         prepareShowing();
         show();
+    } else if (!loadedBefore) {
+        return; // its own load has shown it, and another screen may have come to the front since
     } else {
         if (isMinimized())
             showNormal();
