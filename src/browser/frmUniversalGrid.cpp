@@ -175,12 +175,17 @@ void frmUniversalGrid::loadRows()
 void frmUniversalGrid::Form_Unload()
 {
     ++m_formatRun;
-    closeEditor();
-    if (m_rowDirty && m_primary && m_primary->isOpen()) // not behind the end of the program's connection
-        AskToSaveRow();
+    saveTyped();
     letGo(m_saved);
     letGo(m_primary);
     letGo(m_detail);
+}
+
+void frmUniversalGrid::saveTyped()
+{
+    closeEditor();
+    if (m_rowDirty && m_primary && m_primary->isOpen())
+        AskToSaveRow();
 }
 
 void frmUniversalGrid::cmdClose_Click()

@@ -35,6 +35,7 @@ class frmUniversalGrid : public Screen
 public:
     frmUniversalGrid();
     ~frmUniversalGrid() override;
+    void saveTyped() override;
 
 protected:
     void Form_Load() override;

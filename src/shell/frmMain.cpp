@@ -73,6 +73,17 @@ void frmMain::Form_Load()
     showUser();
 }
 
+/// Behind this the store is closed before the other screens are.
+bool frmMain::Form_QueryUnload()
+{
+    const QList<Screen *> loaded = loadedScreens();
+    for (Screen *screen : loaded) {
+        if (loadedScreens().contains(screen)) // an answer may have closed it
+            ignoringErrors([screen] { screen->saveTyped(); });
+    }
+    return true;
+}
+
 void frmMain::Form_Unload()
 {
     ignoringErrors([] {

@@ -52,6 +52,9 @@ public:
     void hideScreen();
     /// Unloads it: nothing happens when it is not loaded or when Form_QueryUnload refuses.
     void unload();
+    /// Asks about what was typed into it and not saved yet, and saves it when the user says so; called while
+    /// the store is still open, before the program ends.
+    virtual void saveTyped() {}
     bool isLoaded() const { return m_loaded; }
     /// Made by `new`: unloading deletes it.
     bool deletesItself() const { return m_deletesItself; }
