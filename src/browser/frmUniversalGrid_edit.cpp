@@ -7,6 +7,7 @@
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/format.h"
+#include "platform/runtime/numbers.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "ui_frmUniversalGrid.h"
@@ -43,8 +44,8 @@ void frmUniversalGrid::openEditor(int row, int column)
     ::setRightToLeft(m_ui->Combo1, true);
     for (QLineEdit *box : {m_ui->Text1, m_ui->Combo1->lineEdit()})
         box->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-    m_editRow = qint16(row);
-    m_editCol = qint16(column);
+    m_editRow = toInteger(row); // none behind the 32,767th opens: that is meant
+    m_editCol = toInteger(column);
     grid.setCell(row, column);
     grid.scrollTo(grid.currentIndex());
     const QString text = grid.textMatrix(row, column);

@@ -1,4 +1,6 @@
 #include "browser_fixture.h"
+#include "platform/database/engine.h"
+#include "platform/database/session.h"
 
 #include <QtGui/QAction>
 #include <QtWidgets/QComboBox>
@@ -467,6 +469,28 @@ TEST_F(BrowserTest, TellsFailuresAndGoesOn)
     EXPECT_EQ(Screen::loadedScreens().size(), 2);
     chooseMenu(*screen, "mnuRevenues"); // the other browser goes on
     EXPECT_EQ(textOf(*screen, "Label1"), u"Totals : 2"_s);
+
+    const ConnectionPtr other = Connection::create();
+    other->open(engine.connectionString);
+    other->session().engine().run("begin exclusive");
+    engine.dbConnection->session().engine().run("pragma busy_timeout = 1");
+    tells(u"database is locked"_s, [&] { click(*screen, "cmdRefresh"); });
+    tells(u"database is locked"_s, entry(*screen, "mnuTotals"));
+    fails(u"database is locked"_s, [] { EXPECT_FALSE(browse(u"general"_s)->isLoaded()); });
+    other->close();
+    click(*screen, "cmdRefresh");
+    EXPECT_EQ(textOf(*screen, "Label1"), u"Totals : 2"_s);
+
+    engine.dbConnection->session().engine().run(
+        "insert into general (id,transactionid,transactiondetail) with recursive n(i) as "
+        "(values(5) union all select i+1 from n where i < 32768) select i,i,'note' from n");
+    const auto general = browse(u"general"_s);
+    dialogs.expectAnyMessage();
+    chooseMenu(*general, "mnuModify");
+    gridOf(*general).setCell(32768, gridOf(*general).columnOf(u"transactiondetail"_s));
+    fails(u"Overflow"_s, [&] { hand::pressKey(gridOf(*general), Qt::Key_F2); });
+    gridOf(*general).setTopRow(1); // no editor is left over
+    general->unload();
 
     dialogs.expectFont(FontChoice{u"Serif"_s, 10, false, 255});
     chooseMenu(*screen, "mnuFont");
