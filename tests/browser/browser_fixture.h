@@ -98,5 +98,24 @@ protected:
         click(screen, "btnDateSelect");
     }
 
+    /// Does what tells one text; nothing when it is empty.
+    void tells(const QString &text, const std::function<void()> &action)
+    {
+        if (!text.isEmpty())
+            dialogs.expectMessage(text).withIcon(MessageIcon::None);
+        action();
+    }
+    /// Does what a failure ends without ending the process.
+    void fails(const QString &description, const std::function<void()> &action)
+    {
+        dialogs.expectMessage(description).withIcon(MessageIcon::Critical);
+        action();
+    }
+    /// A menu entry's action.
+    static std::function<void()> entry(Screen &screen, const char *name)
+    {
+        return [&screen, name] { chooseMenu(screen, name); };
+    }
+
     ScriptedDialogs dialogs;
 };
