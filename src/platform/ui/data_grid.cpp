@@ -1,6 +1,5 @@
 #include "platform/ui/data_grid.h"
 
-#include "platform/runtime/format.h"
 #include "platform/ui/cell_text.h"
 
 #include <QtCore/QAbstractTableModel>
@@ -17,17 +16,6 @@ struct Column {
     Qt::Alignment alignment;
     DataFormat format;
 };
-
-QString textOf(const Value &value, const DataFormat &format)
-{
-    if (value.isNull())
-        return format.nullValue;
-    if (format.type != DataFormat::Type::Boolean)
-        return ::format(value, format.format);
-    if (value.kind() == Value::Kind::Text)
-        return value.toText();
-    return value.toBool() ? format.trueValue : format.falseValue;
-}
 } // namespace
 
 class DataGrid::Model : public QAbstractTableModel
@@ -50,7 +38,7 @@ public:
     Column &column(int index) { return m_columns[size_t(index)]; }
     QString text(int row, int column) const
     {
-        return textOf(m_rows->value(row, column), m_columns[size_t(column)].format);
+        return formatted(m_rows->value(row, column), m_columns[size_t(column)].format);
     }
 
     int rowCount(const QModelIndex &parent = {}) const override

@@ -1,20 +1,10 @@
 #pragma once
 
 #include "platform/database/recordset.h"
+#include "platform/ui/data_format.h"
 #include "platform/ui/text_table.h"
 
 #include <memory>
-
-/// How a column of a DataGrid writes its values.
-struct DataFormat {
-    enum class Type { General = 0, Custom = 1, Boolean = 5 };
-    Type type = Type::General;
-    QString nullValue = {};
-    QString format = {}; ///< of General and Custom; empty for the value's plain text
-    // Of Boolean. A text is written as it is.
-    QString trueValue = QStringLiteral("True");
-    QString falseValue = QStringLiteral("False");
-};
 
 /// The read-only table over a recordset whose columns have captions, widths and data formats. Binding reads
 /// the set's rows as they stand then, and gives captions (the field names), widths and formats anew. In a

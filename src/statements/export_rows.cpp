@@ -1,0 +1,3 @@
+#include "statements/export_rows.h"
+
+void exportRows(Recordset &, const QString &, ExportFailure) {}
