@@ -1,4 +1,5 @@
 #include "core/engine.h"
+#include "core/program_icon.h"
 #include "core/program_place.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
@@ -107,6 +108,7 @@ void Main()
 {
     setUntrappedHook(rollBackOpenTransaction);
     installOpeners();
+    QApplication::setWindowIcon(programIcon());
     locateProgram();
     deriveSessionPaths();
     engine.dbConnection = Connection::create();
