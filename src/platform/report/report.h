@@ -12,6 +12,8 @@
 /// One thing that a section of a report draws. All lengths are twips (1/1440 inch).
 struct ReportControl {
     enum class Type { Label, TextBox, Function, Line, Image };
+    /// Where a text stands in its place, in the direction in which it reads: English begins at the left.
+    enum class Alignment { Start, Center, End };
 
     Type type = Type::Label;
     QString name;
@@ -29,6 +31,7 @@ struct ReportControl {
     bool fontBold = false;
     qint32 foreColor = 0;     ///< 0xBBGGRR
     bool rightToLeft = false; ///< the direction in which a text box reads
+    Alignment alignment = Alignment::Start;
     bool canGrow = false;     ///< a text longer than its place wraps and makes the section higher
     QPixmap image = {};       ///< of an image
 
