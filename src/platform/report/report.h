@@ -32,8 +32,8 @@ struct ReportControl {
     qint32 foreColor = 0;     ///< 0xBBGGRR
     bool rightToLeft = false; ///< the direction in which a text box reads
     Alignment alignment = Alignment::Start;
-    bool canGrow = false;     ///< a text longer than its place wraps and makes the section higher
-    QPixmap image = {};       ///< of an image
+    bool canGrow = false; ///< a text longer than its place wraps and makes the section higher
+    QPixmap image = {};   ///< of an image
 
     /// The kind as reports have always named it: "RptLabel", "RptTextBox", "RptFunction", "RptLine",
     /// "RptImage".
