@@ -9,7 +9,6 @@
 #include "core/engine.h"
 #include "ledger_rows.h"
 #include "place.h"
-#include "platform/ui/application.h"
 #include "store/ledger_tables.h"
 #include "store/logical_tables.h"
 
@@ -168,13 +167,3 @@ BENCHMARK(Correction)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(CorrectionBare)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    Application application(argc, argv);
-    const SilentDialogs dialogs;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

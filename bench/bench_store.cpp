@@ -12,7 +12,6 @@
 #include "platform/database/sql/compiler.h"
 #include "platform/database/sql/ddl.h"
 #include "platform/runtime/dates.h"
-#include "platform/ui/application.h"
 
 #include <QtCore/QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -166,13 +165,3 @@ BENCHMARK(PostingBare)->Arg(0)->Arg(100'000)->Unit(benchmark::kMicrosecond)->Use
 BENCHMARK(FrontEnd)->Unit(benchmark::kMicrosecond);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    Application application(argc, argv);
-    const SilentDialogs dialogs;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -37,6 +37,11 @@ void expect(const QStringList &found, const QStringList &expected, const QString
                 .toStdString());
 }
 
+void chooseInBrowser(Player &player, const char *menu, const char *entry)
+{
+    player.onIdle(browser, [=](Screen &screen) { hand::chooseMenu(screen, menu, entry); });
+}
+
 void closeBrowser(Player &player)
 {
     player.onIdle(browser, [](Screen &screen) { hand::click(screen, "cmdClose"); });

@@ -18,5 +18,6 @@ QStringList sorted(QStringList texts);
 /// @throws std::runtime_error with both lists when they differ; `what` names what was looked at
 void expect(const QStringList &found, const QStringList &expected, const QString &what);
 
-/// Closes the browser once its work is done.
+/// Chooses an entry of a menu, or closes the browser, once its work is done.
+void chooseInBrowser(Player &player, const char *menu, const char *entry);
 void closeBrowser(Player &player);

@@ -73,7 +73,7 @@ void playSorting(Player &player, const Story &story)
 
 void playFilters(Player &player, const Story &story)
 {
-    player.onIdle(browser, [](Screen &screen) { hand::chooseMenu(screen, "mnuCredit", "mnuExpenses"); });
+    chooseInBrowser(player, "mnuCredit", "mnuExpenses");
     player.onIdle(browser, [=, &player](Screen &screen) {
         expect(shownRows(screen), storyRows(story, isExpense), u"the valid expenses"_s);
         player.picture(screen, story.name + u"-ledger-expenses"_s);
@@ -133,7 +133,7 @@ void playDates(Player &player, const Story &story)
         player.picture(screen, story.name + u"-ledger-dates"_s);
         hand::click(screen, "btnDateSelect");
     });
-    player.on(u"frmSelectDates"_s, [](Screen &screen) { hand::click(screen, "cmdCancel"); });
+    player.click(u"frmSelectDates"_s, "cmdCancel");
     player.onIdle(browser, [=](Screen &screen) {
         expect(shownRows(screen), storyRows(story, [](const LedgerRow &) { return true; }),
                u"all rows behind the cancelled dates"_s);
@@ -164,7 +164,7 @@ void playTotals(Player &player, const Story &story)
     player.acceptMessage((story.arabic ? u"المجموع لــ "_s : u"Totals for "_s) + name + u'\n' +
                              sumsText(story.arabic, story.firstSums),
                          story.name + u"-totals"_s);
-    player.onIdle(browser, [](Screen &screen) { hand::chooseMenu(screen, "mnuDeletes", "mnuTotals"); });
+    chooseInBrowser(player, "mnuDeletes", "mnuTotals");
     player.acceptMessage(sumsText(story.arabic, story.sums));
 }
 
@@ -202,8 +202,8 @@ void playDetails(Player &player, const Story &story)
 
 void playBrowsers(Player &player, const Story &story)
 {
-    player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command3"); });
-    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command10"); });
+    player.click(u"frmMain"_s, "Command3");
+    player.click(u"frmChanges"_s, "Command10");
     playSorting(player, story);
     playFilters(player, story);
     playNames(player, story);
@@ -211,8 +211,8 @@ void playBrowsers(Player &player, const Story &story)
     playSearch(player);
     playTotals(player, story);
     closeBrowser(player);
-    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command3"); });
+    player.click(u"frmChanges"_s, "Command3");
     playDetails(player, story);
     closeBrowser(player);
-    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command9"); });
+    player.click(u"frmChanges"_s, "Command9");
 }

@@ -24,7 +24,7 @@ int noteColumn(const Screen &screen)
 /// Types the corrected note over the cell and picks the other row, which asks whether to save.
 void playCorrection(Player &player, const Story &story)
 {
-    player.onIdle(browser, [](Screen &screen) { hand::chooseMenu(screen, "mnuPopup", "mnuModify"); });
+    chooseInBrowser(player, "mnuPopup", "mnuModify");
     player.acceptMessage(story.arabic ? u"تستطيع الآن القيام بتعديلات على المعلومات"_s
                                       : u"You can make changes now"_s);
     player.onIdle(browser, [=, &player](Screen &screen) {
@@ -85,7 +85,7 @@ void playAuditRows(Player &player, const Story &story)
 
 void playArchiving(Player &player)
 {
-    player.onIdle(browser, [](Screen &screen) { hand::chooseMenu(screen, "mnuArchiving", "mnuArchive"); });
+    chooseInBrowser(player, "mnuArchiving", "mnuArchive");
     player.acceptMessage(u"Are you sure you want to do it?  هل أنت متأكد من أنك تريد إتمام الإختزال؟"_s);
     player.acceptMessage(u"تحذير .. هذه العمليه دقيقه جداًوضروريه فقط عندما يكون فتح الصفحه بطيء جداً"_s);
     player.acceptMessage(
@@ -111,7 +111,7 @@ void playArchive(Player &player, const Story &story)
 
 void playMerging(Player &player)
 {
-    player.onIdle(browser, [](Screen &screen) { hand::chooseMenu(screen, "mnuArchiving", "mnuDeArchive"); });
+    chooseInBrowser(player, "mnuArchiving", "mnuDeArchive");
     player.acceptMessage(u"Are you sure you want to do it?  هل أنت متأكد من أنك تريد دمج هذا الإرشيف؟"_s);
     player.acceptMessage(u"تحذير ..  هذه العمليه دقيقه جداً"_s);
     player.acceptMessage(
@@ -126,16 +126,16 @@ void playMerging(Player &player)
 
 void playCorrections(Player &player, const Story &story)
 {
-    player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command3"); });
-    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command3"); });
+    player.click(u"frmMain"_s, "Command3");
+    player.click(u"frmChanges"_s, "Command3");
     playCorrection(player, story);
     playCancellation(player, story);
     closeBrowser(player);
-    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command7"); });
+    player.click(u"frmChanges"_s, "Command7");
     playAuditRows(player, story);
     playArchiving(player);
     playArchive(player, story);
     playMerging(player);
     closeBrowser(player);
-    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command9"); });
+    player.click(u"frmChanges"_s, "Command9");
 }

@@ -74,6 +74,16 @@ void Player::onIdle(const QString &screenName, std::function<void(Screen &)> act
         [screenName, action = std::move(action)] { action(*topScreen(screenName)); });
 }
 
+void Player::click(const QString &screenName, const char *control)
+{
+    on(screenName, [control](Screen &screen) { hand::click(screen, control); });
+}
+
+void Player::chooseMenu(const QString &screenName, const char *entry)
+{
+    on(screenName, [entry](Screen &screen) { hand::chooseMenu(screen, entry, nullptr); });
+}
+
 void Player::acceptMessage(const QString &part, const QString &pictureName)
 {
     const auto box = [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); };

@@ -29,6 +29,9 @@ public:
     /// The same, and until no action before it still runs: for a screen whose routines serve events in the
     /// middle of their work.
     void onIdle(const QString &screenName, std::function<void(Screen &)> action);
+    /// Clicks a control of the screen, or an entry of its menu bar, once the screen is on top.
+    void click(const QString &screenName, const char *control);
+    void chooseMenu(const QString &screenName, const char *entry);
     /// Waits for a message box whose text holds this, takes a picture of it where one is named, and presses
     /// the button that closes it: Yes of a question. Line breaks in `part` are "\n".
     void acceptMessage(const QString &part, const QString &pictureName = {});

@@ -7,6 +7,8 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace
@@ -36,6 +38,66 @@ void addPerson(Player &player, const Story &story, const Person &person)
     player.acceptMessage(question(story));
 }
 
+/// What a family's first revenue and first expense come to, in either language.
+struct Figures {
+    QString revenue;
+    QStringList shares; ///< of the revenue, in the order of the family
+    QString expense;
+    QString expenseShare;
+    QStringList amounts;
+    Sums sums;
+    Sums firstSums;
+};
+
+const Figures of1000And100{
+    .revenue = u"1000"_s,
+    .shares = {u"125"_s, u"350"_s, u"350"_s, u"175"_s},
+    .expense = u"100"_s,
+    .expenseShare = u"33.3333"_s,
+    .amounts = {u"33.33"_s, u"33.33"_s, u"33.33"_s, u"125.00"_s, u"175.00"_s, u"350.00"_s, u"350.00"_s},
+    .sums = {u"1,000.00"_s, u"100.00"_s, u"900.00"_s},
+    .firstSums = {u"350.00"_s, u"33.33"_s, u"316.67"_s}};
+const Figures of1001And200{
+    .revenue = u"1001.50"_s,
+    .shares = {u"62"_s, u"62"_s, u"584.2084"_s, u"292.1042"_s},
+    .expense = u"200"_s,
+    .expenseShare = u"66.6667"_s,
+    .amounts = {u"62.00"_s, u"62.00"_s, u"66.67"_s, u"66.67"_s, u"66.67"_s, u"292.10"_s, u"584.21"_s},
+    .sums = {u"1,000.31"_s, u"200.00"_s, u"800.31"_s},
+    .firstSums = {u"62.00"_s, u"66.67"_s, u" * -4.67"_s}};
+
+/// The revenue's row of each member, then the expense's of all but the last one by name.
+std::vector<LedgerRow> ledgerOf(const std::vector<Person> &family, const Figures &figures)
+{
+    std::vector<LedgerRow> revenue;
+    for (std::size_t i = 0; i < family.size(); ++i)
+        revenue.push_back({1, family[i].name, figures.shares[qsizetype(i)]});
+    std::ranges::sort(revenue, {}, &LedgerRow::name);
+    std::vector<LedgerRow> rows = revenue;
+    revenue.pop_back();
+    for (const LedgerRow &row : revenue)
+        rows.push_back({2, row.name, figures.expenseShare});
+    return rows;
+}
+
+Story storyOf(const QString &name, const Words &words, const QString &deceased,
+              const std::vector<Person> &family, const Figures &figures)
+{
+    return {.name = name,
+            .arabic = name.startsWith(u"arabic"),
+            .words = words,
+            .deceased = deceased,
+            .family = family,
+            .revenue = figures.revenue,
+            .revenueDate = u"15/03/2024"_s,
+            .expense = figures.expense,
+            .expenseDate = u"20/01/2025"_s,
+            .ledger = ledgerOf(family, figures),
+            .amounts = figures.amounts,
+            .sums = figures.sums,
+            .firstSums = figures.firstSums};
+}
+
 } // namespace
 
 std::vector<Story> stories()
@@ -49,107 +111,32 @@ std::vector<Story> stories()
                              u"NO"_s,
                              u"Modified"_s,
                              u"Deleted"_s};
-    const QStringList amountsOf1000And100{u"33.33"_s,  u"33.33"_s,  u"33.33"_s, u"125.00"_s,
-                                          u"175.00"_s, u"350.00"_s, u"350.00"_s};
-    const QStringList amountsOf1001And200{u"62.00"_s, u"62.00"_s,  u"66.67"_s, u"66.67"_s,
-                                          u"66.67"_s, u"292.10"_s, u"584.21"_s};
-    const Story arabicFirst{
-        .name = u"arabic-1"_s,
-        .arabic = true,
-        .words = arabicWords,
-        .deceased = u"عبد الرحمن بن صالح"_s,
-        .family = {{u"فاطمة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"12/03/1958"_s, u"1"_s},
-                   {u"أحمد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"04/07/1980"_s, u"1"_s},
-                   {u"صالح"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"21/11/1984"_s, u"2"_s},
-                   {u"مريم"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"30/01/1990"_s, u"2"_s}},
-        .revenue = u"1000"_s,
-        .revenueDate = u"15/03/2024"_s,
-        .expense = u"100"_s,
-        .expenseDate = u"20/01/2025"_s,
-        .ledger = {{1, u"أحمد"_s, u"350"_s},
-                   {1, u"صالح"_s, u"350"_s},
-                   {1, u"فاطمة"_s, u"125"_s},
-                   {1, u"مريم"_s, u"175"_s},
-                   {2, u"أحمد"_s, u"33.3333"_s},
-                   {2, u"صالح"_s, u"33.3333"_s},
-                   {2, u"فاطمة"_s, u"33.3333"_s}},
-        .amounts = amountsOf1000And100,
-        .sums = {u"1,000.00"_s, u"100.00"_s, u"900.00"_s},
-        .firstSums = {u"350.00"_s, u"33.33"_s, u"316.67"_s},
+    return {
+        storyOf(u"arabic-1"_s, arabicWords, u"عبد الرحمن بن صالح"_s,
+                {{u"فاطمة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"12/03/1958"_s, u"1"_s},
+                 {u"أحمد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"04/07/1980"_s, u"1"_s},
+                 {u"صالح"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"21/11/1984"_s, u"2"_s},
+                 {u"مريم"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"30/01/1990"_s, u"2"_s}},
+                of1000And100),
+        storyOf(u"arabic-2"_s, arabicWords, u"إبراهيم بن خالد"_s,
+                {{u"حصة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"02/02/1950"_s, u"1"_s},
+                 {u"نورة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"15/09/1962"_s, u"1"_s},
+                 {u"خالد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"08/05/1979"_s, u"2"_s},
+                 {u"سارة"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"19/12/1987"_s, u"2"_s}},
+                of1001And200),
+        storyOf(u"english-1"_s, englishWords, u"Abdulrahman ibn Salih"_s,
+                {{u"Fatima"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"12/03/1958"_s, u"1"_s},
+                 {u"Ahmad"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"04/07/1980"_s, u"1"_s},
+                 {u"Salih"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"21/11/1984"_s, u"2"_s},
+                 {u"Maryam"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"30/01/1990"_s, u"2"_s}},
+                of1000And100),
+        storyOf(u"english-2"_s, englishWords, u"Ibrahim ibn Khalid"_s,
+                {{u"Hissa"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"02/02/1950"_s, u"1"_s},
+                 {u"Noura"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"15/09/1962"_s, u"1"_s},
+                 {u"Khalid"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"08/05/1979"_s, u"2"_s},
+                 {u"Sara"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"19/12/1987"_s, u"2"_s}},
+                of1001And200),
     };
-    const Story arabicSecond{
-        .name = u"arabic-2"_s,
-        .arabic = true,
-        .words = arabicWords,
-        .deceased = u"إبراهيم بن خالد"_s,
-        .family = {{u"حصة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"02/02/1950"_s, u"1"_s},
-                   {u"نورة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"15/09/1962"_s, u"1"_s},
-                   {u"خالد"_s, u"ذكر"_s, u"السيد"_s, u"ولد"_s, u"08/05/1979"_s, u"2"_s},
-                   {u"سارة"_s, u"أنثى"_s, u"الآنسة"_s, u"بنت"_s, u"19/12/1987"_s, u"2"_s}},
-        .revenue = u"1001.50"_s,
-        .revenueDate = u"15/03/2024"_s,
-        .expense = u"200"_s,
-        .expenseDate = u"20/01/2025"_s,
-        .ledger = {{1, u"حصة"_s, u"62"_s},
-                   {1, u"خالد"_s, u"584.2084"_s},
-                   {1, u"سارة"_s, u"292.1042"_s},
-                   {1, u"نورة"_s, u"62"_s},
-                   {2, u"حصة"_s, u"66.6667"_s},
-                   {2, u"خالد"_s, u"66.6667"_s},
-                   {2, u"سارة"_s, u"66.6667"_s}},
-        .amounts = amountsOf1001And200,
-        .sums = {u"1,000.31"_s, u"200.00"_s, u"800.31"_s},
-        .firstSums = {u"62.00"_s, u"66.67"_s, u" * -4.67"_s},
-    };
-    const Story englishFirst{
-        .name = u"english-1"_s,
-        .arabic = false,
-        .words = englishWords,
-        .deceased = u"Abdulrahman ibn Salih"_s,
-        .family = {{u"Fatima"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"12/03/1958"_s, u"1"_s},
-                   {u"Ahmad"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"04/07/1980"_s, u"1"_s},
-                   {u"Salih"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"21/11/1984"_s, u"2"_s},
-                   {u"Maryam"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"30/01/1990"_s, u"2"_s}},
-        .revenue = u"1000"_s,
-        .revenueDate = u"15/03/2024"_s,
-        .expense = u"100"_s,
-        .expenseDate = u"20/01/2025"_s,
-        .ledger = {{1, u"Ahmad"_s, u"350"_s},
-                   {1, u"Fatima"_s, u"125"_s},
-                   {1, u"Maryam"_s, u"175"_s},
-                   {1, u"Salih"_s, u"350"_s},
-                   {2, u"Ahmad"_s, u"33.3333"_s},
-                   {2, u"Fatima"_s, u"33.3333"_s},
-                   {2, u"Maryam"_s, u"33.3333"_s}},
-        .amounts = amountsOf1000And100,
-        .sums = {u"1,000.00"_s, u"100.00"_s, u"900.00"_s},
-        .firstSums = {u"350.00"_s, u"33.33"_s, u"316.67"_s},
-    };
-    const Story englishSecond{
-        .name = u"english-2"_s,
-        .arabic = false,
-        .words = englishWords,
-        .deceased = u"Ibrahim ibn Khalid"_s,
-        .family = {{u"Hissa"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"02/02/1950"_s, u"1"_s},
-                   {u"Noura"_s, u"Female"_s, u"Mrs"_s, u"Wife"_s, u"15/09/1962"_s, u"1"_s},
-                   {u"Khalid"_s, u"Male"_s, u"Mr"_s, u"Son"_s, u"08/05/1979"_s, u"2"_s},
-                   {u"Sara"_s, u"Female"_s, u"Miss"_s, u"Daughter"_s, u"19/12/1987"_s, u"2"_s}},
-        .revenue = u"1001.50"_s,
-        .revenueDate = u"15/03/2024"_s,
-        .expense = u"200"_s,
-        .expenseDate = u"20/01/2025"_s,
-        .ledger = {{1, u"Hissa"_s, u"62"_s},
-                   {1, u"Khalid"_s, u"584.2084"_s},
-                   {1, u"Noura"_s, u"62"_s},
-                   {1, u"Sara"_s, u"292.1042"_s},
-                   {2, u"Hissa"_s, u"66.6667"_s},
-                   {2, u"Khalid"_s, u"66.6667"_s},
-                   {2, u"Noura"_s, u"66.6667"_s}},
-        .amounts = amountsOf1001And200,
-        .sums = {u"1,000.31"_s, u"200.00"_s, u"800.31"_s},
-        .firstSums = {u"62.00"_s, u"66.67"_s, u" * -4.67"_s},
-    };
-    return {arabicFirst, arabicSecond, englishFirst, englishSecond};
 }
 
 void playFirstStart(Player &player)
@@ -169,13 +156,13 @@ void playFirstUser(Player &player, const Story &story)
         hand::click(screen, "cmdOK");
     });
     player.acceptMessage(u"User added successfully"_s);
-    player.on(u"frmNewUser"_s, [](Screen &screen) { hand::click(screen, "cmdCancel"); });
-    player.on(u"frmLogin"_s, [](Screen &screen) { hand::click(screen, "cmdOK"); });
+    player.click(u"frmNewUser"_s, "cmdCancel");
+    player.click(u"frmLogin"_s, "cmdOK");
     player.on(u"frmMain"_s, [story](Screen &screen) {
         if (!story.arabic)
             hand::chooseMenu(screen, "mnuHelp", "mnuEnglish");
     });
-    player.on(u"frmMain"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
+    player.chooseMenu(u"frmMain"_s, "mnuExit");
 }
 
 void playLogin(Player &player, const Story &story)
@@ -199,7 +186,7 @@ void playFamily(Player &player, const Story &story)
         player.picture(screen, name + u"-frmChanges"_s);
         hand::click(screen, "Command2");
     });
-    player.on(u"frmMembers"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuDesceased", nullptr); });
+    player.chooseMenu(u"frmMembers"_s, "mnuDesceased");
     player.answerInput(story.deceased);
     player.acceptMessage(question(story));
     for (const Person &person : story.family)
@@ -209,12 +196,12 @@ void playFamily(Player &player, const Story &story)
         player.picture(screen, name + u"-frmMembers"_s);
         hand::click(screen, "cmdClose");
     });
-    player.on(u"frmChanges"_s, [](Screen &screen) { hand::click(screen, "Command9"); });
+    player.click(u"frmChanges"_s, "Command9");
 }
 
 void playRevenue(Player &player, const Story &story)
 {
-    player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command2"); });
+    player.click(u"frmMain"_s, "Command2");
     player.on(u"frmRevenue"_s, [&player, story](Screen &screen) {
         hand::fill(screen, "txtAmount", story.revenue);
         hand::click(screen, "cmdAll");
@@ -226,12 +213,12 @@ void playRevenue(Player &player, const Story &story)
     });
     player.acceptMessage(question(story));
     player.acceptMessage(u"Successful Entry"_s);
-    player.on(u"frmRevenue"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
+    player.chooseMenu(u"frmRevenue"_s, "mnuExit");
 }
 
 void playExpense(Player &player, const Story &story)
 {
-    player.on(u"frmMain"_s, [](Screen &screen) { hand::click(screen, "Command1"); });
+    player.click(u"frmMain"_s, "Command1");
     player.on(u"frmExpense"_s, [&player, story](Screen &screen) {
         hand::fill(screen, "Text1", story.expense);
         hand::choose(screen, "ComboGType", story.arabic ? u"كهرباء"_s : u"Electricity"_s);
@@ -245,7 +232,7 @@ void playExpense(Player &player, const Story &story)
     });
     player.acceptMessage(question(story));
     player.acceptMessage(u"Successful Entry"_s);
-    player.on(u"frmExpense"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuExit", nullptr); });
+    player.chooseMenu(u"frmExpense"_s, "mnuExit");
 }
 
 void playEnd(Player &player, const std::function<void()> &lastly)
