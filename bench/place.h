@@ -18,6 +18,7 @@ public:
     QString input(const QString &, const QString &, const QString &) override { return {}; }
     std::optional<FontChoice> font(const FontChoice &) override { return std::nullopt; }
     std::optional<QString> saveFile(const SaveFileRequest &) override { return std::nullopt; }
+    bool print(QPrinter &) override { return false; }
 };
 
 /// The session stands in a folder, with a store of that name open, for as long as this lives. A store that is

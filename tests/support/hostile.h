@@ -49,6 +49,7 @@ public:
     QString input(const QString &, const QString &, const QString &) override { return typed; }
     std::optional<FontChoice> font(const FontChoice &) override { return {}; }
     std::optional<QString> saveFile(const SaveFileRequest &) override { return {}; }
+    bool print(QPrinter &) override { return false; }
 
     QString typed;
     QStringList told;

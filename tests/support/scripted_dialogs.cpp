@@ -14,7 +14,8 @@ namespace
 /// A dialog in a failure's message.
 std::string told(ShownDialog::Kind kind, const QString &text)
 {
-    static constexpr const char *names[] = {"message", "question", "input box", "font dialog", "save dialog"};
+    static constexpr const char *names[] = {"message",     "question",    "input box",
+                                            "font dialog", "save dialog", "print dialog"};
     return std::string(names[int(kind)]) + " \"" + text.toStdString() + '"';
 }
 
@@ -66,6 +67,7 @@ ScriptedDialogs::Expected ScriptedDialogs::take(const ShownDialog &dialog)
     compare("title", expected.title, dialog.title);
     compare("alignment", expected.aligned, dialog.rightAligned);
     compare("default text", expected.defaultText, dialog.defaultText);
+    compare("filter", expected.filter, dialog.filter);
     if (!difference.empty()) {
         ADD_FAILURE() << "Expected the " << told(expected) << " and got the " << came << ':' << difference;
         endProcess(unexpectedExit);
@@ -98,6 +100,17 @@ std::optional<FontChoice> ScriptedDialogs::font(const FontChoice &)
 
 std::optional<QString> ScriptedDialogs::saveFile(const SaveFileRequest &request)
 {
-    take({.kind = Kind::SaveFile, .text = request.fileName}); // nothing saves yet
-    return {};
+    return take({.kind = Kind::SaveFile,
+                 .text = request.fileName,
+                 .defaultText = request.defaultExtension,
+                 .filter = request.filter})
+        .path;
+}
+
+bool ScriptedDialogs::print(QPrinter &printer)
+{
+    const Expected expected = take({.kind = Kind::Print, .text = {}});
+    if (expected.printer)
+        expected.printer(printer);
+    return bool(expected.printer);
 }

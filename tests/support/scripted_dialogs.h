@@ -10,13 +10,14 @@
 
 /// A dialog that was shown, as the program asked for it.
 struct ShownDialog {
-    enum class Kind { Message, Question, Input, Font, SaveFile };
+    enum class Kind { Message, Question, Input, Font, SaveFile, Print };
     Kind kind = Kind::Message;
     QString text; ///< the message, question or prompt; the proposed file name of a save dialog
     QString title = {};
     MessageIcon icon = MessageIcon::None;
     bool rightAligned = false;
-    QString defaultText = {}; ///< of an input box
+    QString defaultText = {}; ///< of an input box; the default extension of a save dialog
+    QString filter = {};      ///< of a save dialog
 };
 
 /// The dialogs of one test. While an object of this class lives, every dialog of the program comes here. The
@@ -45,6 +46,7 @@ public:
         Expected &withTitle(const QString &value) { return set(title, value); }
         Expected &rightAligned(bool value = true) { return set(aligned, value); }
         Expected &withDefault(const QString &value) { return set(defaultText, value); }
+        Expected &withFilter(const QString &value) { return set(filter, value); }
         /// Runs while the dialog stands, before it is answered.
         Expected &meanwhile(std::function<void()> value) { return set(action, std::move(value)); }
 
@@ -60,10 +62,13 @@ public:
         std::optional<QString> title = {};
         std::optional<bool> aligned = {};
         std::optional<QString> defaultText = {};
+        std::optional<QString> filter = {};
         std::function<void()> action = {};
         bool yes = false;
         QString typed = {};
         std::optional<FontChoice> font = {};
+        std::optional<QString> path = {};
+        std::function<void(QPrinter &)> printer = {};
     };
 
     Expected &expectMessage(const QString &text) { return expect({.text = text}); }
@@ -85,6 +90,16 @@ public:
     {
         return expect({.kind = Kind::Font, .font = chosen});
     }
+    /// `proposed` is the file name that the dialog begins with. Nothing chosen is Cancel.
+    Expected &expectSaveFile(const QString &proposed, const std::optional<QString> &chosen)
+    {
+        return expect({.kind = Kind::SaveFile, .text = proposed, .path = chosen});
+    }
+    /// `choose` sets the printer as the user would; none is Cancel.
+    Expected &expectPrint(std::function<void(QPrinter &)> choose)
+    {
+        return expect({.kind = Kind::Print, .printer = std::move(choose)});
+    }
 
     /// All dialogs that came, the unexpected among them.
     const std::vector<ShownDialog> &shown() const { return m_shown; }
@@ -93,6 +108,7 @@ public:
     QString input(const QString &prompt, const QString &title, const QString &defaultText) override;
     std::optional<FontChoice> font(const FontChoice &initial) override;
     std::optional<QString> saveFile(const SaveFileRequest &request) override;
+    bool print(QPrinter &printer) override;
 
 private:
     Expected &expect(Expected expected);

@@ -66,3 +66,9 @@ QString askSaveFile(const SaveFileRequest &request)
         throw runtime_errors::cancelled();
     return *chosen;
 }
+
+void askPrint(QPrinter &printer)
+{
+    if (!ask([&](DialogService &service) { return service.print(printer); }))
+        throw runtime_errors::cancelled();
+}

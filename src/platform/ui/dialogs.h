@@ -5,6 +5,7 @@
 
 #include <optional>
 
+class QPrinter;
 class QWidget;
 
 enum class MessageIcon { None, Critical, Question, Information };
@@ -33,8 +34,8 @@ struct SaveFileRequest {
     QString defaultExtension; ///< added to a name without one
 };
 
-/// Message boxes, questions, input boxes, font and save dialogs. The program reaches them only through the
-/// functions below, which call the installed service.
+/// Message boxes, questions, input boxes, font, save and print dialogs. The program reaches them only through
+/// the functions below, which call the installed service.
 class DialogService
 {
 public:
@@ -45,6 +46,9 @@ public:
     /// Nothing when cancelled.
     virtual std::optional<FontChoice> font(const FontChoice &initial) = 0;
     virtual std::optional<QString> saveFile(const SaveFileRequest &request) = 0;
+    /// Lets the user choose the printer, its paper and the pages, beginning with what `printer` is set to;
+    /// false when cancelled. Prints nothing.
+    virtual bool print(QPrinter &printer) = 0;
 };
 
 /// Installs a service and returns the one before; null installs the one with Qt's dialogs. The caller keeps
@@ -61,3 +65,5 @@ QString askText(const QString &prompt, const QString &title, const QString &defa
 FontChoice askFont(const FontChoice &initial);
 /// @throws RuntimeError 32755 when cancelled.
 QString askSaveFile(const SaveFileRequest &request);
+/// Gives the printer the user's settings. @throws RuntimeError 32755 when cancelled.
+void askPrint(QPrinter &printer);

@@ -10,6 +10,7 @@
 #include <QtGui/QFontDatabase>
 #include <QtGui/QFontInfo>
 #include <QtGui/QScreen>
+#include <QtPrintSupport/QPrintDialog>
 #include <QtWidgets/QColorDialog>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
@@ -309,4 +310,10 @@ std::optional<QString> QtDialogs::saveFile(const SaveFileRequest &request)
     if (!runDialog(box.pointer()) || box->selectedFiles().isEmpty())
         return std::nullopt;
     return box->selectedFiles().constFirst();
+}
+
+bool QtDialogs::print(QPrinter &printer)
+{
+    const Owned box(new QPrintDialog(&printer, windowInUse()));
+    return runDialog(box.pointer());
 }

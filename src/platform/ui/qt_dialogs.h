@@ -14,4 +14,5 @@ public:
     std::optional<FontChoice> font(const FontChoice &initial) override;
     /// Does not ask whether an existing file is to be replaced; the step that saves does.
     std::optional<QString> saveFile(const SaveFileRequest &request) override;
+    bool print(QPrinter &printer) override;
 };
