@@ -1,6 +1,6 @@
 #include "browser/frmUniversalGrid.h"
-#include "browser/hourglass.h"
 #include "platform/runtime/numbers.h"
+#include "platform/ui/hourglass.h"
 #include "ui_frmUniversalGrid.h"
 
 #include <algorithm>

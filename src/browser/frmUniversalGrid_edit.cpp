@@ -1,7 +1,6 @@
 #include "browser/corrections.h"
 #include "browser/frmUniversalGrid.h"
 #include "browser/grid_formatting.h"
-#include "browser/hourglass.h"
 #include "core/engine.h"
 #include "core/navigation.h"
 #include "platform/runtime/clock.h"
@@ -10,6 +9,7 @@
 #include "platform/runtime/numbers.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/hourglass.h"
 #include "ui_frmUniversalGrid.h"
 
 #include <QtGui/QKeyEvent>
