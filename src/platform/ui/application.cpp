@@ -308,12 +308,25 @@ void serveEventsUntil(const std::function<bool()> &done)
     }
 }
 
-void serveEvents()
+namespace
+{
+void serveOnce(QEventLoop::ProcessEventsFlags which)
 {
     {
         const QScopedValueRollback standing(process.waits, process.waits + 1);
-        QCoreApplication::processEvents();
+        QCoreApplication::processEvents(which);
     }
     if (process.ending)
         throw ProcessEnding{};
+}
+} // namespace
+
+void serveEvents()
+{
+    serveOnce(QEventLoop::AllEvents);
+}
+
+void serveEventsButInput()
+{
+    serveOnce(QEventLoop::ExcludeUserInputEvents);
 }

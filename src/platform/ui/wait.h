@@ -10,3 +10,7 @@ public:
     DialogWait(const DialogWait &) = delete;
     DialogWait &operator=(const DialogWait &) = delete;
 };
+
+/// Serves the events that are waiting now, but leaves what the user does for later: no key and no click is
+/// handled meanwhile. Throws ProcessEnding when the process ended meanwhile.
+void serveEventsButInput();
