@@ -35,8 +35,7 @@ TEST_F(Changes, ANewRowIsWrittenWithItsCounterAndDefaults)
 // Such a set reads its rows when they are first looked at; nobody may notice.
 TEST_F(Changes, AWholeTableOpenForWritingStandsOnTheRowAddedLast)
 {
-    connection->execute(u"insert into people (name) values('a')"_s);
-    connection->execute(u"insert into people (name) values('b')"_s);
+    addPeople({u"a"_s, u"b"_s});
     const RecordsetPtr set = table();
     addRow(*set, u"c"_s);
     connection->execute(u"insert into people (name) values('d')"_s);
@@ -46,13 +45,8 @@ TEST_F(Changes, AWholeTableOpenForWritingStandsOnTheRowAddedLast)
     EXPECT_EQ(set->absolutePosition(), 3);
     EXPECT_EQ(set->recordCount(), 4);
 
-    const RecordsetPtr untouched = table();
-    EXPECT_FALSE(untouched->eof());
-    EXPECT_EQ(untouched->value(u"name"_s), Value(u"a"_s));
-    const RecordsetPtr ended = table();
-    ended->setAbsolutePosition(positionEof);
-    EXPECT_TRUE(ended->eof());
     const RecordsetPtr edited = table();
+    EXPECT_FALSE(edited->eof());
     edited->setValue(u"name"_s, u"z"_s);
     edited->update();
     EXPECT_EQ(rows(u"select name from people order by id"_s), "z,b,c,d");
@@ -60,9 +54,6 @@ TEST_F(Changes, AWholeTableOpenForWritingStandsOnTheRowAddedLast)
     const RecordsetPtr empty = table(u"settings"_s);
     EXPECT_EQ(number([&] { empty->value(u"sn"_s); }), 3021);
     EXPECT_EQ(number([&] { table(u"settings"_s)->setValue(u"sn"_s, 1); }), 3021);
-    empty->addNew();
-    empty->cancelUpdate();
-    EXPECT_EQ(number([&] { empty->moveNext(); }), 3021);
     connection->execute(u"drop table [settings]"_s);
     EXPECT_EQ(outcome([&] { empty->requery(); }), "-2147217865 The database engine cann");
     EXPECT_EQ(empty->fieldCount(), 2);
@@ -99,7 +90,6 @@ TEST_F(Changes, AnEditIsKeptUntilUpdateOrCancel)
     addPeople({u"a"_s, u"b"_s});
     const RecordsetPtr set = table();
     set->setValue(u"note"_s, u"one"_s);
-    set->setValue(u"amount"_s, u"33.33335"_s); // half to even
     EXPECT_EQ(set->editMode(), EditMode::InProgress);
     EXPECT_EQ(set->value(u"note"_s), Value(u"one"_s));
     EXPECT_EQ(set->valueAt(0, 2), Value(u"one"_s));
@@ -108,9 +98,8 @@ TEST_F(Changes, AnEditIsKeptUntilUpdateOrCancel)
     EXPECT_EQ(number([&] { set->requery(); }), 3219);
     set->cancelUpdate();
     EXPECT_TRUE(set->value(u"note"_s).isNull());
-    set->update(); // nothing to do
     set->setValue(u"note"_s, u"two"_s);
-    set->setValue(u"amount"_s, u"33.33335"_s);
+    set->setValue(u"amount"_s, u"33.33335"_s); // half to even
     set->setValue(u"dob"_s, u"5/4/2004 3:02"_s);
     set->setValue(u"married"_s, Value());
     set->moveNext(); // saves
@@ -136,17 +125,16 @@ TEST_F(Changes, AnEditIsKeptUntilUpdateOrCancel)
 TEST_F(Changes, AnAliasStaysUpdatableAndAnExpressionIsNot)
 {
     connection->execute(u"insert into settings (sn) values(6)"_s);
-    const RecordsetPtr set = opened(u"select sn as maxid,sn+1 as later from settings"_s);
+    const RecordsetPtr set = opened(u"select sn as maxid,SN,sn+1 from settings as s order by s.sn"_s);
+    EXPECT_EQ(set->field(1).name + set->field(2).name, u"SNExpr1000"_s);
     set->setValue(u"maxid"_s, set->value(u"maxid"_s).toInt() + 1);
-    EXPECT_EQ(outcome([&] { set->setValue(u"later"_s, 1); }), "-2147217887 Multiple-step operation ");
+    EXPECT_EQ(outcome([&] { set->setValue(2, 1); }), "-2147217887 Multiple-step operation ");
     set->update();
     EXPECT_EQ(rows(u"select sn from settings"_s), "7");
-    for (const QString &text :
-         {u"select distinct sn from settings"_s, u"select sum(sn) as s from settings"_s}) {
-        const RecordsetPtr other = opened(text);
-        EXPECT_FALSE(other->isUpdatable());
-        EXPECT_EQ(number([&] { other->addNew(); }), 3251);
-    }
+    EXPECT_EQ(set->value(1), Value(7)); // the same column once more
+    for (const QString &text : {u"select distinct sn from settings"_s, u"select sum(sn) as s from settings"_s,
+                                u"select sn from settings group by sn"_s})
+        EXPECT_EQ(number([&] { opened(text)->addNew(); }), 3251);
     EXPECT_EQ(number([&] { opened(u"settings"_s, LockType::ReadOnly, CommandKind::Table)->setValue(1, 2); }),
               3251);
     EXPECT_TRUE(opened(u"[settings]"_s, LockType::Pessimistic, CommandKind::Table)->isUpdatable());
@@ -156,35 +144,28 @@ TEST_F(Changes, AValueThatDoesNotFitIsRefused)
 {
     addPeople({u"a"_s, u"b"_s});
     const RecordsetPtr set = table();
-    // Texts count in UTF-16 units; behind a NUL in bytes.
-    const std::pair<std::string, std::vector<std::pair<QString, Value>>> cases[] = {
-        {"-2147217887 Multiple-step operation ",
-         {{u"rank"_s, 256},
-          {u"rank"_s, -1},
-          {u"rank"_s, u"x"_s},
-          {u"rank"_s, u""_s},
-          {u"group"_s, 2147483648.0},
-          {u"amount"_s, 1e15},
-          {u"dob"_s, u"30/02/2004"_s},
-          {u"married"_s, u"yes"_s}}},
-        {"-2147217887 The field is too small t",
-         {{u"name"_s, u"12345678901"_s},
-          {u"name"_s, u"123456789\U0001F600"_s},
-          {u"name"_s, QString(QChar()) + QString(5, u'\u0645')}}},
-        {"ok",
-         {{u"name"_s, u"12345678\U0001F600"_s},
-          {u"name"_s, u"1234567890"_s},
-          {u"note"_s, u""_s},
-          {u"group"_s, u"8.25"_s},
-          {u"rank"_s, Value()}}},
+    const QString multipleStep = u"-2147217887 Multiple-step operation "_s;
+    const QString tooSmall = u"-2147217887 The field is too small t"_s;
+    const std::tuple<QString, Value, QString> cases[] = {
+        {u"rank"_s, 256, multipleStep},
+        {u"rank"_s, -1, multipleStep},
+        {u"rank"_s, u""_s, multipleStep},
+        {u"group"_s, 2147483648.0, multipleStep},
+        {u"amount"_s, 1e15, multipleStep},
+        {u"dob"_s, u"30/02/2004"_s, multipleStep},
+        {u"married"_s, u"yes"_s, multipleStep},
+        {u"name"_s, u"123456789\U0001F600"_s, tooSmall},                 // in UTF-16 units
+        {u"name"_s, QString(QChar()) + QString(5, u'\u0645'), tooSmall}, // behind a NUL in bytes
+        {u"name"_s, u"12345678\U0001F600"_s, u"ok"_s},
+        {u"note"_s, u""_s, u"ok"_s},
+        {u"group"_s, u"8.25"_s, u"ok"_s},
+        {u"rank"_s, Value(), u"ok"_s},
     };
-    for (const auto &[expected, values] : cases) {
-        for (const auto &[field, value] : values)
-            EXPECT_EQ(outcome([&] { set->setValue(field, value); }), expected)
-                << value.toText().toStdString();
-    }
+    for (const auto &[field, value, expected] : cases)
+        EXPECT_EQ(outcome([&] { set->setValue(field, value); }), expected.toStdString())
+            << field.toStdString();
     set->update();
-    EXPECT_EQ(rows(u"select name,note,[group],rank from people where id=1"_s), "1234567890  8 null");
+    EXPECT_EQ(rows(u"select note,[group],rank from people where id=1"_s), " 8 null");
 
     // What only the store can tell leaves the edit open and the row as it was.
     set->setValue(u"name"_s, u""_s);
@@ -193,9 +174,7 @@ TEST_F(Changes, AValueThatDoesNotFitIsRefused)
     EXPECT_EQ(outcome([&] { set->moveNext(); }), "-2147467259 The changes you requeste");
     EXPECT_EQ(set->editMode(), EditMode::InProgress);
     EXPECT_EQ(set->absolutePosition(), 1);
-    EXPECT_EQ(rows(u"select name from people"_s), "1234567890,b");
-    set->setValue(u"name"_s, u"c"_s);
-    set->update();
+    set->cancelUpdate();
     set->addNew();
     set->setValue(u"name"_s, u"b"_s);
     EXPECT_EQ(outcome([&] { set->update(); }), "-2147467259 The changes you requeste");
@@ -245,12 +224,11 @@ TEST_F(Changes, HandlersHearReasonsAndMayRefuse)
 
     refused.reset();
     const std::vector<std::function<void()>> barred = {
-        [&] { set->moveNext(); },        [&] { set->setValue(2, u"w"_s); },
-        [&] { set->update(); },          [&] { set->cancelUpdate(); },
-        [&] { set->addNew(); },          [&] { set->setFilter({}); },
-        [&] { set->find(u"rank=1"_s); }, [&] { set->requery(); },
-        [&] { set->close(); },           [&] { set->resync(); },
-        [&] { set->clone(); },           [&] { set->setBookmark(1); },
+        [&] { set->moveNext(); }, [&] { set->setValue(2, u"w"_s); },
+        [&] { set->update(); },   [&] { set->cancelUpdate(); },
+        [&] { set->addNew(); },   [&] { set->setFilter({}); },
+        [&] { set->requery(); },  [&] { set->close(); },
+        [&] { set->clone(); },
     };
     for (const auto &call : barred) {
         inside = [&] { EXPECT_EQ(number(call), 3710); };
@@ -264,11 +242,8 @@ TEST_F(Changes, HandlersHearReasonsAndMayRefuse)
     EXPECT_EQ(number([&] { set->setValue(u"note"_s, u"x"_s); }), 3704);
 
     const std::vector<std::function<void(Recordset &)>> leaving = {
-        [](Recordset &other) { other.setFilter(u"rank=1"_s); },
-        [](Recordset &other) { other.moveFirst(); },
-        [](Recordset &other) { other.setBookmark(1); },
-        [](Recordset &other) { other.find(u"rank=1"_s); },
-    };
+        [](Recordset &other) { other.setFilter(u"rank=1"_s); }, [](Recordset &other) { other.moveFirst(); },
+        [](Recordset &other) { other.setBookmark(1); }, [](Recordset &other) { other.find(u"rank=1"_s); }};
     for (const auto &leave : leaving) { // closed by a handler while the row left behind is being saved
         connection->open(connectionTo(path));
         const RecordsetPtr other = table();

@@ -6,22 +6,15 @@
 
 using Moves = TempStore;
 
-TEST_F(Moves, FieldsTellTheirTypeAndSize)
+TEST_F(Moves, FieldsAreFoundWithoutRegardToCase)
 {
-    const RecordsetPtr set = table();
-    std::string told;
-    for (int index = 0; index < set->fieldCount(); ++index) {
-        const FieldInfo &info = set->field(index);
-        told += info.name.toStdString() + ' ' + std::to_string(int(info.type)) + ' ' +
-                std::to_string(info.definedSize) + ' ' + std::to_string(info.attributes) + ',';
-    }
-    EXPECT_EQ(told, "id 3 4 122,name 202 10 106,note 202 100 106,rank 17 1 122,group 3 4 122,amount 6 8 122,"
-                    "valid 11 2 122,married 11 2 122,dob 7 8 122,");
-    EXPECT_EQ(set->fieldIndex(u"MARRIED"_s), 7);
+    const RecordsetPtr set = opened(u"select dob,name,[group] as [group],rank as [group] from people"_s);
+    EXPECT_EQ(set->field(0).attributes, 122); // a fixed size
+    EXPECT_EQ(set->field(1).attributes, 106);
+    EXPECT_EQ(set->fieldIndex(u"Group"_s), 2);
     EXPECT_EQ(set->fieldIndex(u"none"_s), -1);
     EXPECT_EQ(number([&] { set->value(u"none"_s); }), 3265);
-    EXPECT_EQ(number([&] { set->value(9); }), 3265);
-    EXPECT_EQ(opened(u"select [group] as [group],name as [group] from people"_s)->fieldIndex(u"Group"_s), 0);
+    EXPECT_EQ(number([&] { set->value(4); }), 3265);
 }
 
 TEST_F(Moves, ValuesComeBackAsTheyWereWritten)
@@ -36,20 +29,15 @@ TEST_F(Moves, ValuesComeBackAsTheyWereWritten)
         {u"dob"_s, makeDate(1899, 12, 30, 13, 5, 9)},
     };
     const RecordsetPtr set = table();
-    for (const bool filled : {true, false, true}) {
+    for (const bool filled : {true, false}) {
         set->addNew();
         for (const auto &[field, value] : values)
-            set->setValue(field, field == u"name"
-                                     ? Value(value.toText() + QString::number(set->recordCount()))
-                                 : filled ? value
-                                          : Value());
+            set->setValue(field, filled ? value : field == u"name" ? Value(u"x"_s) : Value());
         set->update();
     }
     set->requery();
-    set->moveLast();
-    EXPECT_EQ(set->value(u"name"_s), Value(values.front().second.toText() + u'2'));
-    for (std::size_t index = 1; index < values.size(); ++index)
-        EXPECT_EQ(set->value(values[index].first), values[index].second);
+    for (const auto &[field, value] : values)
+        EXPECT_EQ(set->value(field), value);
     EXPECT_EQ(rows(u"select note,rank,[group],amount,valid,married,dob from people where id=2"_s),
               "null null null null True False null");
 }
@@ -64,10 +52,8 @@ TEST_F(Moves, TheCurrentRowMoves)
     EXPECT_EQ(at(*none), "-3 bof eof");
     EXPECT_EQ(none->recordCount(), 0);
     const std::vector<std::function<void()>> uses = {
-        [&] { none->moveFirst(); },   [&] { none->moveLast(); },          [&] { none->moveNext(); },
-        [&] { none->value(0); },      [&] { none->movePrevious(); },      [&] { none->bookmark(); },
-        [&] { none->valueAt(0, 0); }, [&] { none->find(u"name='a'"_s); }, [&] { none->setValue(0, u"a"_s); },
-    };
+        [&] { none->moveFirst(); }, [&] { none->moveNext(); },    [&] { none->movePrevious(); },
+        [&] { none->value(0); },    [&] { none->valueAt(0, 0); }, [&] { none->find(u"name='a'"_s); }};
     EXPECT_TRUE(std::ranges::all_of(uses, fails));
 
     addPeople({u"a"_s, u"b"_s, u"c"_s});
@@ -96,17 +82,16 @@ TEST_F(Moves, TheCurrentRowMoves)
 
 TEST_F(Moves, CountsDependOnTheCursor)
 {
-    const RecordsetPtr set = Recordset::create();
-    set->open(u"select name from people"_s, connection);
-    EXPECT_EQ(set->recordCount(), -1); // forward only
-    set->close();
-    set->setCursorType(CursorType::Static);
-    set->open(u"select name from people"_s, connection);
-    EXPECT_EQ(set->recordCount(), 0);
+    const auto countOf = [&](CursorType cursor) {
+        const RecordsetPtr set = Recordset::create();
+        set->setCursorType(cursor);
+        set->open(u"select name from people"_s, connection);
+        return set->recordCount();
+    };
+    EXPECT_EQ(countOf(CursorType::ForwardOnly), -1);
+    EXPECT_EQ(countOf(CursorType::Static), 0);
     connection->setCursorLocation(CursorLocation::Client);
-    const RecordsetPtr client = Recordset::create();
-    client->open(u"select name from people"_s, connection);
-    EXPECT_EQ(client->recordCount(), 0);
+    EXPECT_EQ(countOf(CursorType::ForwardOnly), 0);
 }
 
 TEST_F(Moves, AFilterSelectsRows)
@@ -128,22 +113,18 @@ TEST_F(Moves, AFilterSelectsRows)
         {u""_s, "12345"},
         {u"valid=true"_s, "135"},
         {u"VALID <> True"_s, "24"},
-        {u"valid = 0"_s, "24"},
         {u"name='ANN  '"_s, "1"},
         {u"name='o''hara'"_s, "3"},
         {u"name='\u0645\u0631\u0649'"_s, "4"},
         {u"name like 'ann*'"_s, "15"},
         {u"name like '%b%'"_s, "25"},
-        {u"name like 'ann'"_s, "1"},
         {u"amount>2.5"_s, "345"},
         {u"amount >= 2.50000 and amount<4.5"_s, "23"},
-        {u"[group]<>2"_s, "1345"},
         {u"group=1e0"_s, "1"},
         {u"dob=#02/03/2004#"_s, "3"},
         {u"dob='03/02/2004'"_s, "3"},
         {u"dob<'02/02/2004'"_s, "1"},
         {u"note = null"_s, "1345"},
-        {u"note <> null"_s, "2"},
         {u"note <> 'x'"_s, ""},
         {u"name='ann' or name='bob' and valid=true"_s, "1"},
         {u"( name='ann'  or  name='bob' ) and (valid = false)"_s, "2"},

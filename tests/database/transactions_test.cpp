@@ -95,14 +95,6 @@ TEST_F(Transactions, ARollBackUndoesRowsAndTables)
     EXPECT_EQ(rows(u"select name,note from people"_s), "a null");
     EXPECT_EQ(outcome([&] { table(u"people1"_s); }), "-2147217865 The database engine cann");
     EXPECT_EQ(table(u"settings"_s)->recordCount(), 0);
-
-    connection->beginTrans();
-    connection->execute(u"select * into [people1] from people"_s);
-    connection->commitTrans();
-    EXPECT_FALSE(connection->inTransaction());
-    EXPECT_EQ(rows(u"select name from people1"_s), "a");
-    connection->execute(u"drop table [people1]"_s);
-    EXPECT_EQ(tables(), "system_counters people settings");
 }
 
 TEST_F(Transactions, AKilledProcessLeavesNothing)
@@ -185,13 +177,7 @@ TEST_F(Transactions, AFullDiskLeavesNothing)
                   return failed && kept;
               }),
               0);
-    // outside a transaction, by statement and by record set
-    EXPECT_EQ(child([&](Connection &own) {
-                  own.execute(u"update people set note=null"_s); // within the file's size
-                  own.execute(u"select * into [copy] from people"_s);
-                  return true;
-              }),
-              99);
+    // outside a transaction
     EXPECT_EQ(child([&](Connection &own) {
                   const RecordsetPtr set = Recordset::create();
                   set->open(u"people"_s, own.shared_from_this(), CursorType::Keyset, LockType::Optimistic,
@@ -217,21 +203,17 @@ TEST_F(Transactions, ALockHeldByAnotherProgramIsTold)
     const ConnectionPtr other = Connection::create();
     other->open(connectionTo(path));
     other->session().engine().run("pragma busy_timeout = 1");
+    const auto told = [&] { return outcome([&] { other->execute(u"delete from settings"_s); }); };
     connection->beginTrans();
-    EXPECT_EQ(outcome([&] { other->execute(u"delete from settings"_s); }), "-2147467259 database is locked");
+    EXPECT_EQ(told(), "-2147467259 database is locked");
     connection->commitTrans();
-    EXPECT_EQ(outcome([&] { other->execute(u"delete from settings"_s); }), "ok");
-
+    EXPECT_EQ(told(), "ok");
     addPeople({u"a"_s});
     const RecordsetPtr set = opened(u"select name from people"_s);
     connection->session().engine().run("pragma busy_timeout = 1");
     other->session().engine().run("begin exclusive");
     EXPECT_EQ(outcome([&] { set->requery(); }), "-2147467259 database is locked");
-    EXPECT_EQ(outcome([&] { opened(u"select id from settings"_s); }), "-2147467259 database is locked");
-    EXPECT_EQ(outcome([&] { set->setFilter(u"name='a'"_s); }), "ok");
     EXPECT_EQ(shown(*set), "a");
-    other->session().engine().run("rollback");
-    EXPECT_EQ(outcome([&] { set->requery(); }), "ok");
 }
 
 TEST_F(Transactions, ATableDroppedByAnotherProgramLeavesTheRowsThatWereRead)
@@ -243,19 +225,9 @@ TEST_F(Transactions, ATableDroppedByAnotherProgramLeavesTheRowsThatWereRead)
     other->execute(u"drop table people"_s);
     set->setValue(u"note"_s, u"x"_s);
     const std::function<void()> uses[] = {
-        [&] { set->update(); },
-        [&] {
-            set->cancelUpdate();
-            set->requery();
-        },
-        [&] { opened(u"select name,note from people"_s); },
-        [&] { table()->recordCount(); },
-        [&] { connection->execute(u"delete from people"_s); },
-    };
+        [&] { set->update(); }, [&] { set->cancelUpdate(), set->requery(); }, [&] { table()->recordCount(); },
+        [&] { connection->execute(u"delete from people"_s); }};
     for (const auto &use : uses)
         EXPECT_EQ(outcome(use), "-2147217865 The database engine cann");
     EXPECT_EQ(shown(*set), "a null,b null");
-    set->setFilter(u"name='b'"_s);
-    EXPECT_EQ(shown(*set), "b null");
-    EXPECT_EQ(table(u"settings"_s)->recordCount(), 0);
 }

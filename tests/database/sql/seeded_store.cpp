@@ -7,56 +7,44 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include <map>
+
 namespace
 {
 
-constexpr const char16_t *seed[] = {
-    u"insert into settings (lastcompacted,desceased,sn) values('01/03/2004','unknown',3)",
-    u"insert into relations (relationar,relationen) values('زوجه','Wife')",
-    u"insert into relations (relationar,relationen) values('ولد','Son')",
-    u"insert into relations (relationar,relationen) values('بنت','Daughter')",
-    u"insert into sexes (sexar,sexen) values('ذكر','Male')",
-    u"insert into sexes (sexar,sexen) values('أنثى','Female')",
-    u"insert into details (detailar,detailen,credit) values('تلفون','Phone',false)",
-    u"insert into details (detailar,detailen) values('أخرى','Other')",
-    u"insert into details (detailar,detailen,credit) values('بيع عقارات','Property Sale',true)",
-    u"insert into details (detailar,detailen,credit) values('أخرى','Other',true)",
-    u"insert into members (name,sex,title,relation,dob,group) values('Dana',2,'Ms',3,'10/02/1999',2)",
-    u"insert into members (name,sex,title,relation,dob,group) values('Badr',1,'Mr',2,'05/06/1985',1)",
-    u"insert into members (name,sex,title,relation,dob,group) values('Carim',1,'',2,'07/08/1990',2)",
-    u"insert into members (name,sex,relation,dob,group) values('Amina',2,1,'01/02/1960',1)",
-    u"insert into members values('Ehab',1,null,2,'02/01/1987',3,false,null)",
-    u"insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) "
-    u"values(1,1000,'15/03/2004','admin',True,True,'Cash',3)",
-    u"insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) "
-    u"values(2,100,'20/03/2004 10:30:00','admin',True,False,'Check',1)",
-    u"insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) "
-    u"values(3,50,'05/04/2004','admin',False,False,'Cash',2)",
-    u"insert into ledger (name,transactionid,amount) values('Amina',1,125)",
-    u"insert into ledger (name,transactionid,amount) values('Badr',1,350)",
-    u"insert into ledger (name,transactionid,amount) values('Carim',1,350)",
-    u"insert into ledger (name,transactionid,amount) values('Dana',1,175)",
-    u"insert into ledger (name,transactionid,amount) values('Badr',2,50)",
-    u"insert into ledger (name,transactionid,amount) values('Dana',2,50)",
-    u"update ledger set valid=True,enteredby='admin',creditordebit=transactionid=1,"
-    u"totalamount=(select amount from general where transactionid=ledger.transactionid),"
-    u"ddate=(select ddate from general where transactionid=ledger.transactionid),"
-    u"gtype=(select gtype from general where transactionid=ledger.transactionid)",
-    u"insert into users (userid,password,name,rank,createdby,valid,language) "
-    u"values('admin','Secret','The Agent',3,'admin',True,'ARABIC')",
-    u"insert into users (userid,password,name,rank,createdby,valid) values('old','','Old','1','admin',False)",
-    u"insert into audit_members (name,sex,relation,updatedon,updatedby,updatetype) "
-    u"values('Dana',2,3,'06/04/2004 08:00:00','admin','edit')",
-    u"insert into audit_users (id,userid,rank,updatedon,updatedby,updatetype) "
-    u"values(1,'admin',2,'06/04/2004','admin','Modified')",
-    u"insert into audit_general (id,transactionid,amount,ddate,creditordebit,valid,gtype,updatedon,updatedby,"
-    u"updatetype) values(1,1,900,'15/03/2004',True,True,3,'06/04/2004','admin','Modified')",
-    u"insert into audit_general (id,transactionid,amount,ddate,creditordebit,valid,gtype,updatedon,updatedby,"
-    u"updatetype) values(3,3,50,'05/04/2004',False,True,2,'06/04/2004','admin','Deleted')",
-    u"select * into [ledger1] from [ledger] where transactionid=1",
-    u"insert into archives ([table],[archive],[interval]) values('ledger','ledger1','31/03/2004 - "
-    u"01/03/2004')",
-};
+const QString seed = uR"(insert into settings (lastcompacted,desceased,sn) values('01/03/2004','unknown',3)
+insert into relations (relationar,relationen) values('زوجه','Wife')
+insert into relations (relationar,relationen) values('ولد','Son')
+insert into relations (relationar,relationen) values('بنت','Daughter')
+insert into sexes (sexar,sexen) values('ذكر','Male')
+insert into sexes (sexar,sexen) values('أنثى','Female')
+insert into details (detailar,detailen,credit) values('تلفون','Phone',false)
+insert into details (detailar,detailen) values('أخرى','Other')
+insert into details (detailar,detailen,credit) values('بيع عقارات','Property Sale',true)
+insert into details (detailar,detailen,credit) values('أخرى','Other',true)
+insert into members (name,sex,title,relation,dob,group) values('Dana',2,'Ms',3,'10/02/1999',2)
+insert into members (name,sex,title,relation,dob,group) values('Badr',1,'Mr',2,'05/06/1985',1)
+insert into members (name,sex,title,relation,dob,group) values('Carim',1,'',2,'07/08/1990',2)
+insert into members (name,sex,relation,dob,group) values('Amina',2,1,'01/02/1960',1)
+insert into members values('Ehab',1,null,2,'02/01/1987',3,false,null)
+insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) values(1,1000,'15/03/2004','admin',True,True,'Cash',3)
+insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) values(2,100,'20/03/2004 10:30:00','admin',True,False,'Check',1)
+insert into general (transactionid,amount,ddate,enteredby,valid,creditordebit,paymentmethod,gtype) values(3,50,'05/04/2004','admin',False,False,'Cash',2)
+insert into ledger (name,transactionid,amount) values('Amina',1,125)
+insert into ledger (name,transactionid,amount) values('Badr',1,350)
+insert into ledger (name,transactionid,amount) values('Carim',1,350)
+insert into ledger (name,transactionid,amount) values('Dana',1,175)
+insert into ledger (name,transactionid,amount) values('Badr',2,50)
+insert into ledger (name,transactionid,amount) values('Dana',2,50)
+update ledger set valid=True,enteredby='admin',creditordebit=transactionid=1,totalamount=(select amount from general where transactionid=ledger.transactionid),ddate=(select ddate from general where transactionid=ledger.transactionid),gtype=(select gtype from general where transactionid=ledger.transactionid)
+insert into users (userid,password,name,rank,createdby,valid,language) values('admin','Secret','The Agent',3,'admin',True,'ARABIC')
+insert into users (userid,password,name,rank,createdby,valid) values('old','','Old','1','admin',False)
+insert into audit_members (name,sex,relation,updatedon,updatedby,updatetype) values('Dana',2,3,'06/04/2004 08:00:00','admin','edit')
+insert into audit_users (id,userid,rank,updatedon,updatedby,updatetype) values(1,'admin',2,'06/04/2004','admin','Modified')
+insert into audit_general (id,transactionid,amount,ddate,creditordebit,valid,gtype,updatedon,updatedby,updatetype) values(1,1,900,'15/03/2004',True,True,3,'06/04/2004','admin','Modified')
+insert into audit_general (id,transactionid,amount,ddate,creditordebit,valid,gtype,updatedon,updatedby,updatetype) values(3,3,50,'05/04/2004',False,True,2,'06/04/2004','admin','Deleted')
+select * into [ledger1] from [ledger] where transactionid=1
+insert into archives ([table],[archive],[interval]) values('ledger','ledger1','31/03/2004 - 01/03/2004'))"_s;
 
 /// Makes the file that every store of this process starts as a copy of.
 void makeTemplate(const QString &path)
@@ -68,8 +56,8 @@ void makeTemplate(const QString &path)
     const ConnectionPtr connection = Connection::create();
     connection->open(connectionTo(path));
     connection->beginTrans();
-    for (const char16_t *text : seed)
-        connection->execute(QString::fromUtf16(text));
+    for (const QString &text : seed.split(u'\n'))
+        connection->execute(text);
     connection->commitTrans();
 }
 
@@ -85,23 +73,10 @@ QString templatePath()
 
 QString typeName(const FieldInfo &field)
 {
-    switch (field.type) {
-    case FieldType::Long:
-        return u"long"_s;
-    case FieldType::Byte:
-        return u"byte"_s;
-    case FieldType::Double:
-        return u"double"_s;
-    case FieldType::Money:
-        return u"money"_s;
-    case FieldType::Boolean:
-        return u"boolean"_s;
-    case FieldType::Date:
-        return u"date"_s;
-    case FieldType::Text:
-        return u"text(%1)"_s.arg(field.definedSize);
-    }
-    Q_UNREACHABLE();
+    static const std::map<FieldType, QString> names{
+        {FieldType::Long, u"long"_s},   {FieldType::Byte, u"byte"_s},       {FieldType::Double, u"double"_s},
+        {FieldType::Money, u"money"_s}, {FieldType::Boolean, u"boolean"_s}, {FieldType::Date, u"date"_s}};
+    return field.type == FieldType::Text ? u"text(%1)"_s.arg(field.definedSize) : names.at(field.type);
 }
 
 } // namespace

@@ -43,3 +43,15 @@ private:
 
 /// The number of the RuntimeError that the statement ends with, 0 for none; its words in `description`.
 int errorOf(SeededStore &store, const QString &text, QString *description = nullptr);
+
+/// The lines `text => what is expected` of a table; blank ones and those that begin with `#` are passed over.
+inline std::vector<std::pair<QString, QString>> casesOf(const QString &table)
+{
+    std::vector<std::pair<QString, QString>> cases;
+    for (const QString &line : table.split(u'\n', Qt::SkipEmptyParts)) {
+        const qsizetype end = line.indexOf(u" =>");
+        if (!line.startsWith(u'#'))
+            cases.emplace_back(line.first(end), line.sliced(end + 3).trimmed());
+    }
+    return cases;
+}
