@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/spreadsheet/xls/compound_file.h"
+#include "platform/spreadsheet/xls/record.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QString>
+
+namespace spreadsheet::xls
+{
+
+/// Numbers the texts of the cells in the order in which they come, equal ones alike. Only so many texts are
+/// remembered as memory has room for; one that comes again and is not remembered gets a number of its own.
+/// Two of these that are asked the same give the same numbers.
+class TextNumbers
+{
+public:
+    struct Numbered {
+        quint32 number;
+        bool isNew;
+    };
+    Numbered of(const QString &text);
+
+private:
+    QHash<QString, quint32> m_numbers;
+    qint64 m_rememberedBytes = 0;
+    quint32 m_next = 0;
+};
+
+/// Writes the table of the cells' texts: one record and as many continuing ones as it takes.
+class SharedStrings
+{
+public:
+    explicit SharedStrings(CompoundFile &stream); ///< which must outlive this
+
+    /// The text of one more cell.
+    void add(const QString &text);
+    void finish();
+
+private:
+    void append(const QString &text);
+    void beginContinuation();
+
+    CompoundFile &m_stream;
+    qint64 m_start;
+    Record m_record{RecordType::Sst};
+    TextNumbers m_numbers;
+    quint32 m_cells = 0;
+    quint32 m_texts = 0;
+};
+
+} // namespace spreadsheet::xls
