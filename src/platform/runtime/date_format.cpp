@@ -1,6 +1,7 @@
 #include "platform/runtime/date_format.h"
 
 #include "platform/runtime/dates.h"
+#include "platform/runtime/hijri_calendar.h"
 #include "platform/runtime/number_format.h"
 
 #include <QtCore/QLocale>
@@ -37,7 +38,7 @@ class Writer
 {
 public:
     Writer(const QDateTime &value, const QString &pattern, bool arabicMonths)
-        : m_value(value), m_date(value.date()), m_time(value.time()), m_pattern(pattern),
+        : m_value(value), m_date(calendarDay(value.date())), m_time(value.time()), m_pattern(pattern),
           m_arabicMonths(arabicMonths)
     {
         for (qsizetype at = 0; at < pattern.size();) {
@@ -106,21 +107,21 @@ private:
         switch (letter.unicode()) {
         case u'y':
             if (length == 1)
-                m_text += QString::number(m_date.dayOfYear());
+                m_text += QString::number(dayOfYear());
             else
-                m_text += length == 2 ? padded(m_date.year() % 100, 2) : padded(m_date.year(), 4);
+                m_text += length == 2 ? padded(m_date.year % 100, 2) : padded(m_date.year, 4);
             break;
         case u'm':
             if (length <= 2)
-                m_text += padded(m_date.month(), length);
+                m_text += padded(m_date.month, length);
             else
                 writeMonthName(length);
             break;
         case u'd':
             if (length <= 2)
-                m_text += padded(m_date.day(), length);
+                m_text += padded(m_date.day, length);
             else
-                m_text += QLocale::c().dayName(m_date.dayOfWeek(),
+                m_text += QLocale::c().dayName(m_value.date().dayOfWeek(),
                                                length == 3 ? QLocale::ShortFormat : QLocale::LongFormat);
             break;
         case u'h':
@@ -137,14 +138,23 @@ private:
         }
     }
 
+    int dayOfYear() const
+    {
+        const QDate newYear = dayOfCalendar({m_date.year, 1, 1}).value();
+        return static_cast<int>(newYear.daysTo(m_value.date())) + 1;
+    }
+
+    /// Arabic has no short names of months.
+    bool hasLongNamesOnly() const { return m_arabicMonths || currentCalendar() == hijriCalendar; }
+
     void writeMonthName(int length)
     {
-        const QString name = monthName(m_date.month(), m_arabicMonths);
-        m_text += length == 3 && !m_arabicMonths ? name.left(3) : name; // Arabic has no short names
+        const QString name = monthName(m_date.month, m_arabicMonths);
+        m_text += length == 3 && !hasLongNamesOnly() ? name.left(3) : name;
     }
 
     QDateTime m_value;
-    QDate m_date;
+    CalendarDay m_date;
     QTime m_time;
     QString m_pattern;
     bool m_arabicMonths;

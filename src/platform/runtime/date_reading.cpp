@@ -1,5 +1,6 @@
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
+#include "platform/runtime/hijri_calendar.h"
 #include "platform/runtime/numbers.h"
 
 #include <algorithm>
@@ -35,6 +36,8 @@ bool isDigit(QChar c)
 /// 1 to 12, or 0 for what is no month name.
 int monthOfWord(const QString &word)
 {
+    if (currentCalendar() == hijriCalendar)
+        return 0;
     // Spellings in use beside those that monthName() gives.
     static const std::pair<QString, int> otherSpellings[] = {
         {u"ابريل"_s, 4}, {u"اغسطس"_s, 8}, {u"اكتوبر"_s, 10}};
@@ -195,13 +198,8 @@ std::optional<QDate> dateOf(const Token &year, const Token &month, const Token &
 {
     if (day.digits > 2 || month.digits > 2)
         return std::nullopt;
-    int fullYear = year.value;
-    if (year.digits <= 2)
-        fullYear += fullYear < 30 ? 2000 : 1900;
-    const QDate date(fullYear, month.value, day.value);
-    if (!date.isValid() || fullYear < 100)
-        return std::nullopt;
-    return date;
+    const int fullYear = year.digits <= 2 ? yearWithCentury(year.value) : year.value;
+    return dayOfCalendar({fullYear, month.value, day.value});
 }
 
 std::optional<QDate> firstOf(std::initializer_list<std::optional<QDate>> readings)
@@ -232,7 +230,7 @@ std::optional<QDate> dateOfThree(const Token &a, const Token &b, const Token &c)
 
 std::optional<QDate> dateOfTwo(const Token &a, const Token &b)
 {
-    const Token thisYear = numberToken(today().date().year(), 4);
+    const Token thisYear = numberToken(calendarDay(today().date()).year, 4);
     const Token firstDay = numberToken(1, 1);
     const auto yearFirst = a.digits > 2 ? dateOf(a, b, firstDay) : std::nullopt;
     return firstOf({dateOf(thisYear, b, a), dateOf(thisYear, a, b), dateOf(b, a, firstDay), yearFirst});
@@ -249,7 +247,7 @@ std::optional<QDate> dateWithName(const Tokens &parts)
             numbers.push_back(part);
     }
     if (numbers.size() == 1) {
-        const Token thisYear = numberToken(today().date().year(), 4);
+        const Token thisYear = numberToken(calendarDay(today().date()).year, 4);
         return firstOf({dateOf(thisYear, month, numbers[0]), dateOf(numbers[0], month, numberToken(1, 1))});
     }
     if (numbers.size() != 2)

@@ -1,5 +1,6 @@
 #include "platform/runtime/dates.h"
 
+#include "platform/runtime/hijri_calendar.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <array>
@@ -59,26 +60,26 @@ QString generalDate(const QDateTime &value)
 
 QString shortDate(const QDateTime &value)
 {
-    const QDate day = value.date();
-    if (!day.isValid())
+    if (!value.isValid())
         return {};
-    return u"%1/%2/%3"_s.arg(day.day(), 2, 10, zero)
-        .arg(day.month(), 2, 10, zero)
-        .arg(day.year(), 4, 10, zero);
+    const CalendarDay day = calendarDay(value.date());
+    return u"%1/%2/%3"_s.arg(day.day, 2, 10, zero).arg(day.month, 2, 10, zero).arg(day.year, 4, 10, zero);
 }
 
 QString longDate(const QDateTime &value, bool arabicMonths)
 {
-    const QDate day = value.date();
-    if (!day.isValid())
+    if (!value.isValid())
         return {};
-    return u"%1 %2 %3"_s.arg(day.day(), 2, 10, zero)
-        .arg(monthName(day.month(), arabicMonths))
-        .arg(day.year(), 4, 10, zero);
+    const CalendarDay day = calendarDay(value.date());
+    return u"%1 %2 %3"_s.arg(day.day, 2, 10, zero)
+        .arg(monthName(day.month, arabicMonths))
+        .arg(day.year, 4, 10, zero);
 }
 
 QString monthName(int month, bool arabic)
 {
+    if (currentCalendar() == hijriCalendar)
+        return hijriMonthName(month); // in an English text too
     static const std::array<QString, 12> english{
         u"January"_s, u"February"_s, u"March"_s,     u"April"_s,   u"May"_s,      u"June"_s,
         u"July"_s,    u"August"_s,   u"September"_s, u"October"_s, u"November"_s, u"December"_s,

@@ -28,5 +28,6 @@
 /// A text is converted first when isNumeric(), or under a date pattern when it reads as a date or counts
 /// days; otherwise it comes back unchanged. A number under a date pattern is days since 30 December 1899.
 /// `arabicMonths` chooses the month names.
+/// Dates are read and written under the calendar in force, see hijri_calendar.h.
 /// @throws RuntimeError 6 for a number, not a text, under a date pattern outside the range of dates.
 QString format(const Value &value, const QString &pattern, bool arabicMonths = false);
