@@ -10,6 +10,7 @@
 #include "platform/ui/controls.h"
 #include "platform/ui/date_picker.h"
 #include "platform/ui/dialogs.h"
+#include "presentation/status_panels.h"
 #include "presentation/vocabulary.h"
 
 #include <QtGui/QAction>
@@ -44,16 +45,6 @@ void listKinds(QComboBox *box, const QString &statement)
         box->addItem(kinds->value(u"detail"_s + engine.languageSuffix).toText());
     kinds->close();
     box->setCurrentIndex(0);
-}
-
-void addStatusPanels(QStatusBar *bar)
-{
-    for (const QString &text : {engine.currentUser, shortDate(today())}) {
-        auto *panel = new QLabel(text);
-        panel->setAlignment(engine.isArabic ? Qt::AlignCenter : Qt::AlignLeft);
-        panel->setFont(bar->window()->font());
-        bar->addWidget(panel, 1);
-    }
 }
 
 /// The content of a box of several lines with the line ends that the store keeps: CR LF.
@@ -130,7 +121,8 @@ void EntryScreen::loadBoxes(const QString &kinds)
                       engine.isArabic ? translate(u"paymentdetail"_s) : u"Payment detail"_s);
     m_paymentMethod = u"نقداً"_s;
     m_controls.date->setValue(today());
-    addStatusPanels(m_controls.statusBar);
+    for (const QString &text : {engine.currentUser, shortDate(today())})
+        addStatusPanel(m_controls.statusBar, text);
     m_boxes.amount->setFocus();
 }
 

@@ -1,0 +1,17 @@
+#include "presentation/status_panels.h"
+
+#include "core/engine.h"
+
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QStatusBar>
+
+QLabel *addStatusPanel(QStatusBar *bar, const QString &text)
+{
+    auto *panel = new QLabel;
+    panel->setTextFormat(Qt::PlainText);
+    panel->setText(text);
+    panel->setAlignment(engine.isArabic ? Qt::AlignCenter : Qt::AlignLeft);
+    panel->setFont(bar->window()->font());
+    bar->addWidget(panel, 1);
+    return panel;
+}
