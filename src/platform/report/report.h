@@ -50,6 +50,34 @@ struct ReportSection {
     std::vector<ReportControl> controls;
 };
 
+/// What the preview window says. `&` marks the key of the next letter, `%1` is filled in.
+struct PreviewTexts {
+    QString first = QStringLiteral("&First");
+    QString previous = QStringLiteral("&Previous");
+    QString next = QStringLiteral("&Next");
+    QString last = QStringLiteral("&Last");
+    QString page = QStringLiteral("Pa&ge");
+    QString ofPages = QStringLiteral("of %1");
+    QString ofMorePages = QStringLiteral("of more than %1"); ///< while they are still counted
+    QString zoomIn = QStringLiteral("Zoom &in");
+    QString zoomOut = QStringLiteral("Zoom &out");
+    QString fitWidth = QStringLiteral("Fit &width");
+    QString fitPage = QStringLiteral("Fi&t page");
+    QString print = QStringLiteral("P&rint...");
+    QString save = QStringLiteral("&Save as PDF...");
+    QString close = QStringLiteral("&Close");
+    QString sheet = QStringLiteral("Page of the report"); ///< for a screen reader
+    QString pdfFiles = QStringLiteral("PDF files");       ///< the kind of file in the save dialog
+    QString replace = QStringLiteral("The file \"%1\" is there already. Replace it?");
+    QString working = QStringLiteral("Page %1. Escape stops.");
+    QString stopped = QStringLiteral("Stopped");
+    QString saved = QStringLiteral("Saved: %1"); ///< the file's name
+    QString printed = QStringLiteral("Printed");
+    QString printerRefused = QStringLiteral("The printer did not take the report.");
+    QString notSaved = QStringLiteral("The report could not be saved.");
+    QString notShown = QStringLiteral("This page can't be shown.");
+};
+
 /// A banded report: a design, and the rows that it is shown with. The design is data and may be changed until
 /// the report is shown. The report header stands once at the beginning, the page header and footer on every
 /// page, the detail section once per row and the report footer behind the last row; a row is never cut by the
@@ -66,4 +94,5 @@ struct Report {
     int rightMargin = 1440;
     /// The rows. The report reads the rows of the filter in force by itself; the set's current row stays.
     RecordsetPtr dataSource;
+    PreviewTexts previewTexts = {};
 };

@@ -1,3 +1,9 @@
 #include "platform/report/report_preview.h"
 
-void showReportModal(const Report &) {}
+#include "platform/report/preview_window.h"
+
+void showReportModal(const Report &report)
+{
+    PreviewWindow preview(report);
+    preview.showModal();
+}
