@@ -4,8 +4,6 @@
 #include "support/screens.h"
 
 #include <QtCore/QTimer>
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
@@ -13,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-/// A screen with one button and a box, whose routines a test gives.
+/// A screen with one button, whose routines a test gives.
 class Probe : public Screen
 {
 public:
@@ -23,10 +21,8 @@ public:
         auto *go = new QPushButton(u"Go"_s, surface());
         go->setObjectName(u"cmdGo"_s);
         connect(go, &QPushButton::clicked, this, [this] { go_Click(); });
-        (new QLineEdit(surface()))->setObjectName(u"txtBox"_s);
     }
     std::function<void()> go_Click = [] {};
-    QString keys;
     QStringList life;
     bool refuses = false;
 
@@ -39,11 +35,6 @@ protected:
     }
     void Form_Unload() override { life << u"unload"_s; }
     void Form_Resize() override { life << u"resize"_s; }
-    bool Form_KeyDown(QKeyEvent *event) override
-    {
-        keys += event->text();
-        return event->key() == Qt::Key_B;
-    }
 };
 
 TEST(Application, EndsTheProcessOnAnUntrappedFailureAfterRollingBack)
@@ -156,18 +147,4 @@ TEST(Screen, MadeByNewGoesByItselfButNotBelowARoutineThatWaits)
     EXPECT_TRUE(shown.isNull());
 }
 
-TEST(Screen, SeesItsOwnKeysBeforeTheControl)
-{
-    Probe screen;
-    onModal<Probe>([](Probe &shown) {
-        typeText(shown, "txtBox", u"abc"_s);
-        Probe other; // not shown over it: its keys are its own
-        other.load();
-        typeText(other, "txtBox", u"x"_s);
-        shown.hideScreen();
-    });
-    screen.showModal();
-    EXPECT_EQ(textOf(screen, "txtBox"), u"ac"_s);
-    EXPECT_EQ(screen.keys, u"abc"_s);
-}
 } // namespace

@@ -90,28 +90,6 @@ TEST_F(FlexGridTest, ShowsTheSetAndReloadsWithItsRows)
         EXPECT_THROW(grid.textMatrix(row, column), RuntimeError);
 }
 
-TEST_F(FlexGridTest, MakesColumnsAsWideAsBoldHeadings)
-{
-    FlexGrid grid;
-    grid.setHeadingBold(true);
-    grid.setDataSource(set);
-    set->close();
-    set->open(u"select name as themultiplicationofexpectations from rows"_s, connection, CursorType::Static);
-    EXPECT_EQ(grid.colWidth(1), grid.headingWidth(1) + 120);
-    EXPECT_GT(grid.headingWidth(1), grid.textWidth(grid.fieldName(1)));
-}
-
-TEST_F(FlexGridTest, AddsHeadingsFromColumnZeroWithoutFixedColumns)
-{
-    FlexGrid grid;
-    grid.setFixedCols(0);
-    grid.setDataSource(set);
-    grid.setFormatString(u"one|two|three|four|five"_s); // a column is added, none is removed
-    grid.setFormatString(u"1"_s);
-    EXPECT_EQ(texts(grid, 0), u"1|two|three|four|five"_s);
-    EXPECT_EQ(grid.colWidth(0) / twipsPerPixel, (grid.textWidth(u"1"_s) + 120) / twipsPerPixel);
-}
-
 TEST_F(FlexGridTest, SetsAHeadingOnTheSideOfItsCellsWithAirBesideIt)
 {
     constexpr int width = 100;
@@ -335,7 +313,6 @@ TEST_F(FlexGridTest, ScrollsFromRightToLeft)
     grid.show();
     EXPECT_LT(grid.verticalScrollBar()->mapTo(&grid, QPoint()).x(), 5);
     EXPECT_GT(grid.cellRect(1, 0).right(), 290);
-    EXPECT_LT(grid.cellRect(1, 1).right(), grid.cellRect(1, 0).left());
     EXPECT_TRUE(grid.cellRect(1, 4).isEmpty());
     grid.setTopRow(17);
     EXPECT_EQ(grid.topRow(), 17);
@@ -346,11 +323,9 @@ TEST_F(FlexGridTest, ScrollsFromRightToLeft)
     grid.horizontalScrollBar()->setValue(grid.horizontalScrollBar()->maximum());
     EXPECT_TRUE(grid.cellRect(40, 1).isEmpty());
     EXPECT_EQ(grid.cellRect(0, 4).left(), grid.cellRect(40, 4).left());
-    EXPECT_EQ(grid.cellRect(0, 4).width(), 150);
     grid.setTopRow(-3);
     EXPECT_EQ(grid.topRow(), 1);
 
-    EXPECT_EQ(grid.textMatrix(1, 2), u"line\nbreak"_s);
     const auto drawn = [&](int row, int column) {
         return grid.model()->index(row - 1, column).data().toString();
     };

@@ -1,7 +1,6 @@
 #include "platform/runtime/format.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/fonts.h"
-#include "platform/ui/text_widths.h"
 #include "platform/ui/twips.h"
 #include "rows_fixture.h"
 
@@ -10,21 +9,6 @@
 
 namespace
 {
-/// Fonts of different scripts and digits: those of the last one stand closer in some pairs.
-const QList<QFont> &fonts()
-{
-    static const QList<QFont> all{readableFont({}, 10, false), readableFont(u"Noto Kufi Arabic"_s, 13, true),
-                                  readableFont(u"DejaVu Serif"_s, 9, false),
-                                  readableFont(u"Liberation Serif"_s, 14, true)};
-    return all;
-}
-
-const QString latin = u"abcfijklTVAWY\u00E9 "_s;
-const QString arabic = u"اللمرهيءسصعىة "_s;
-const QString digits = u"0123456789017"_s;
-const QString signs = u" .,:/-+()%"_s;
-const QString others = u"\u064E\u0651\u060C\u0663\u0301\u200D\u200F\u0600\U0001F600"_s;
-
 /// The same texts in each run of a test.
 QString nextText(std::mt19937 &random, const QString &letters, int length)
 {
@@ -34,54 +18,35 @@ QString nextText(std::mt19937 &random, const QString &letters, int length)
     return text;
 }
 
-TEST(TextWidthsTest, BoundsAreNeverBelowTheWidth)
-{
-    std::mt19937 random{1};
-    for (const QFont &font : fonts()) {
-        const QFontMetrics metrics(font);
-        for (const QString &letters :
-             {latin, arabic, digits + signs, latin + digits + signs, arabic + digits + digits + signs,
-              arabic + latin + digits + signs, arabic + latin + digits + signs + others}) {
-            const auto bounds = std::make_shared<WidthBounds>(metrics);
-            WidestText widest(bounds);
-            int plain = 0;
-            for (int i = 0; i < 60; ++i) {
-                const QString text = nextText(random, letters, 3 + i % 20);
-                const int width = metrics.horizontalAdvance(text);
-                EXPECT_GE(bounds->bound(text), width) << text.toStdString() << font.family().toStdString();
-                widest.take(text);
-                plain = std::max(plain, width);
-                EXPECT_EQ(widest.width(), plain);
-            }
-        }
-    }
-}
-
-TEST(TextWidthsTest, MeasuresFewOfTheTextsThatDifferInDigits)
-{
-    for (const QFont &font : fonts()) {
-        const auto bounds = std::make_shared<WidthBounds>(QFontMetrics(font));
-        for (const QString &text : {u"payment %1 of shop 7"_s, u"\u062F\u0641\u0639\u0629 %1"_s,
-                                    u"\u062F\u0641\u0639\u0629 TX-%1"_s}) {
-            WidestText widest(bounds);
-            for (int i = 0; i < 3000; ++i)
-                widest.take(text.arg(i));
-        }
-        EXPECT_LT(bounds->measured(), 150);
-    }
-}
-
 using GridWidthsTest = RowsFixture;
 
 TEST_F(GridWidthsTest, TheWidestTextIsThatOfPlainMeasuring)
 {
     constexpr int number = 1, text = 2, amount = 3, day = 4;
+    // The pairs of the last font's letters and digits stand closer than each alone.
+    const QFont fonts[] = {readableFont({}, 10, false), readableFont(u"Noto Kufi Arabic"_s, 13, true),
+                           readableFont(u"DejaVu Serif"_s, 9, false),
+                           readableFont(u"Liberation Serif"_s, 14, true)};
+    const QString latin = u"abcfijklTVAWY\u00E9 "_s;
+    const QString arabic = u"اللمرهيءسصعىة "_s;
+    const QString digits = u"0123456789017"_s;
+    const QString signs = u" .,:/-+()%"_s;
+    const QString others = u"\u064E\u0651\u060C\u0663\u0301\u200D\u200F\u0600\U0001F600"_s;
+    const QString kinds[] = {latin,
+                             arabic,
+                             digits + signs,
+                             latin + digits + signs,
+                             arabic + digits + digits + signs,
+                             arabic + latin + digits + signs + others};
+    constexpr int ofEach = 50;
     std::mt19937 random{1};
     QStringList rows;
-    for (int i = 0; i < 300; ++i)
-        rows << u"'%1',%2,%3"_s.arg(nextText(random, arabic + digits, i % 12),
-                                    nextText(random, u"1234567890"_s, 1 + i % 6),
-                                    i % 5 == 0 ? u"null"_s : u"'%1/03/2004'"_s.arg(1 + i % 31));
+    for (const QString &letters : kinds) {
+        for (int i = 0; i < ofEach; ++i)
+            rows << u"'%1',%2,%3"_s.arg(nextText(random, letters, 8 + i % 5),
+                                        nextText(random, u"1234567890"_s, 1 + i % 6),
+                                        i % 5 == 0 ? u"null"_s : u"'%1/03/2004'"_s.arg(1 + i % 31));
+    }
     rows << u"null,-1111.11,null"_s << u"'WWW',null,null"_s;
     openCells(rows);
     const auto money = [](const Value &value) { return format(value, u"#,##0.00"_s); };
@@ -91,7 +56,7 @@ TEST_F(GridWidthsTest, TheWidestTextIsThatOfPlainMeasuring)
     const auto nothing = [](const Value &value) {
         return value.isNull() ? u"nothing at all is told"_s : value.toText();
     };
-    for (const QFont &font : fonts()) {
+    for (const QFont &font : fonts) {
         FlexGrid grid;
         grid.setFont(font);
         grid.setDataSource(set);
@@ -117,6 +82,10 @@ TEST_F(GridWidthsTest, TheWidestTextIsThatOfPlainMeasuring)
             grid.setTextMatrix(row, text, u"1"_s); // where the amounts stand now, the widest on top
         grid.setTextMatrix(1, number, u"the number is not known"_s);
         expectPlain("cells of their own");
+        for (int first = 1; first < rows.size(); first += ofEach) { // of one kind each
+            set->setFilter(u"n>=%1 and n<%2"_s.arg(first).arg(first + ofEach));
+            expectPlain("a filter");
+        }
         set->setFilter(u"n=0"_s);
         expectPlain("no rows");
         grid.setTextMatrix(1, 1, u"no rows"_s);
