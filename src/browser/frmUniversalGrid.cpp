@@ -85,6 +85,8 @@ void frmUniversalGrid::connectCommands()
     onButton(m_ui->btnDateSelect, &frmUniversalGrid::btnDateSelect_Click);
     onButton(m_ui->cmdRefresh, &frmUniversalGrid::cmdRefresh_Click);
     onButton(m_ui->cmdAdd, &frmUniversalGrid::cmdAdd_Click);
+    onButton(m_ui->btnPrint, &frmUniversalGrid::btnPrint_Click);
+    onButton(m_ui->cmdExcell, &frmUniversalGrid::cmdExcell_Click);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &frmUniversalGrid::cmdClose_Click);
     connect(m_ui->mnuExit, &QAction::triggered, this, &frmUniversalGrid::mnuExit_Click);
     connect(m_ui->txtNumber, &QLineEdit::returnPressed, this, [this] { run([this] { btnSearch_Click(); }); });

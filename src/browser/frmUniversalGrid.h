@@ -56,6 +56,8 @@ private:
     void btnDateSelect_Click();
     void cmdRefresh_Click();
     void cmdAdd_Click();
+    void btnPrint_Click();
+    void cmdExcell_Click();
     void cmdClose_Click();
     void mnuExit_Click();
     void mnuValid_Click() { chooseFilter(Filters::Valid::Valid); }

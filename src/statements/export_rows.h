@@ -6,7 +6,7 @@
 
 /// What becomes of a failure of an export that is neither a cancelled dialog nor a refused save.
 enum class ExportFailure {
-    Silent, ///< the export ends without a word
+    Silent, ///< the export ends without a word; of a save that fails it tells as of a refused one
     Told    ///< its number, " -> " and its description in a message
 };
 

@@ -190,19 +190,17 @@ ReportSection detail(std::span<const Column> columns, const QString &dateFormat)
 
 ReportSection reportFooter(std::span<const Column> columns, const QString &totalName)
 {
-    constexpr int sumWidth = 2600; // a sum is longer than its amounts
-    constexpr int captionWidth = 900;
+    constexpr int captionWidth = 1500;
     const auto amount = std::ranges::find_if(columns, isAmount);
-    const int end = placesOf(columns)[size_t(amount - columns.begin())].right() + 1;
-    const int sumLeft = end - sumWidth;
+    const QRect sum = placesOf(columns)[size_t(amount - columns.begin())].translated(0, 2 * ruleGap);
     return {ReportSection::Kind::ReportFooter,
             u"Section5"_s,
             lineHeight + 2 * ruleGap,
-            {label(totalName, {sumLeft - columnGap - captionWidth, 2 * ruleGap, captionWidth, lineHeight},
+            {label(totalName, {sum.x() - columnGap - captionWidth, sum.y(), captionWidth, lineHeight},
                    u"Total"_s, Alignment::End),
              {.type = Type::Function,
               .name = u"Function1"_s,
-              .place = {sumLeft, 2 * ruleGap, sumWidth, lineHeight},
+              .place = sum,
               .dataField = u"AMOUNT"_s,
               .dataFormat = shownBy(amountFormat),
               .alignment = Alignment::End,

@@ -3,10 +3,24 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/qt_dialogs.h"
+#include "platform/ui/screen.h"
 
 namespace
 {
 DialogService *installed = nullptr;
+
+/// A dialog has its own pointer, also one that comes up under the hourglass.
+class NoHourglass
+{
+public:
+    NoHourglass() { Screen::setHourglass(false); }
+    ~NoHourglass() { Screen::setHourglass(m_before); }
+    NoHourglass(const NoHourglass &) = delete;
+    NoHourglass &operator=(const NoHourglass &) = delete;
+
+private:
+    const bool m_before = QGuiApplication::overrideCursor() != nullptr;
+};
 
 /// Calls the service, unless the process is ending: then nothing is shown and the caller does not go on.
 template <typename Ask>
@@ -16,6 +30,7 @@ auto ask(Ask &&question)
     if (processEnding())
         throw ProcessEnding{};
     DialogService &service = installed ? *installed : qtDialogs;
+    const NoHourglass pointer;
     auto answer = question(service);
     if (processEnding())
         throw ProcessEnding{};
