@@ -6,6 +6,8 @@
 
 #include <memory>
 
+class DataGridModel;
+
 /// The read-only table over a recordset whose columns have captions, widths and data formats. Binding reads
 /// the set's rows as they stand then, and gives captions (the field names), widths and formats anew. In a
 /// grid from right to left, amounts, numbers and dates are drawn as they are written. Columns count from 0,
@@ -20,7 +22,7 @@ public:
 
     /// Binds to a set; null empties the grid.
     /// @throws RuntimeError 3704 for a closed set; the grid is then as before
-    void setDataSource(const RecordsetPtr &source);
+    virtual void setDataSource(const RecordsetPtr &source);
 
     int columnCount() const;
     int rowCount() const;
@@ -31,16 +33,19 @@ public:
     QString cellText(int column, int bookmark) const;
 
 Q_SIGNALS:
-    /// The content of a cell was changed in the grid. No cell can be edited, so nothing raises it by now.
+    /// The content of a cell was changed in the grid, which only a BoundGrid lets the user do.
     void changed();
     /// The keyboard focus went from the grid to another control of its window, be it because the grid was
     /// hidden. Menus and other windows do not count.
     void focusLost();
 
+protected:
+    DataGrid(std::unique_ptr<DataGridModel> model, QWidget *parent);
+    DataGridModel &rows() const { return *m_model; }
+
 private:
-    class Model;
     void followFocus(const QWidget *now);
 
-    std::unique_ptr<Model> m_model;
+    std::unique_ptr<DataGridModel> m_model;
     bool m_focused = false;
 };
