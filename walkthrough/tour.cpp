@@ -12,6 +12,9 @@
 #include "shell/frmMain.h"
 #include "users/frmChanges.h"
 #include "users/frmNewUser.h"
+#include "utilities/frmAbout.h"
+#include "utilities/frmDateConversion.h"
+#include "utilities/frmInformation.h"
 #include "utilities/frmSelectDates.h"
 
 #include <QtCore/QDir>
@@ -129,6 +132,9 @@ void takeTour(const QString &folder)
         pictureOf<frmExpense>(folder, suffix);
         pictureOf<frmRevenue>(folder, suffix);
         pictureOf<frmSelectDates>(folder, suffix);
+        pictureOf<frmDateConversion>(folder, suffix);
+        pictureOf<frmAbout>(folder, suffix);
+        pictureOf<frmInformation>(folder, suffix);
         picturesOfBrowsers(folder, suffix);
     }
     engine = before;
