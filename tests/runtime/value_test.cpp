@@ -37,9 +37,3 @@ TEST(Values, ConvertToEveryKind)
         EXPECT_EQ(value.toText().toStdString(), text);
     }
 }
-
-TEST(RuntimeErrors, PrintTheirNumbers)
-{
-    EXPECT_EQ(RuntimeError(-2147217900, {}, {}).numberText(), u"-2147217900 (80040e14)"_s);
-    EXPECT_EQ(runtime_errors::overflow().numberText(), u"6"_s);
-}
