@@ -41,5 +41,5 @@ void frmUniversalGrid::btnPrint_Click()
     report.title = *title;
     report.rightToLeft = engine.isArabic;
     ReformatReport(report);
-    showReport(report);
+    showReport(std::move(report));
 }

@@ -124,6 +124,34 @@ void reformatBrowserControl(ReportControl &control, const Recordset *rows)
     }
 }
 
+PreviewTexts arabicPreviewTexts()
+{
+    return {.first = translate(u"First"_s),
+            .previous = translate(u"Previous"_s),
+            .next = translate(u"Next"_s),
+            .last = translate(u"Last"_s),
+            .page = u"صفحة"_s,
+            .ofPages = u"من %1"_s,
+            .ofMorePages = u"من أكثر من %1"_s,
+            .zoomIn = u"تكبير"_s,
+            .zoomOut = u"تصغير"_s,
+            .fitWidth = u"عرض الصفحة"_s,
+            .fitPage = u"الصفحة كاملة"_s,
+            .print = u"طباعة..."_s,
+            .save = u"حفظ بصيغة PDF..."_s,
+            .close = translate(u"Close"_s),
+            .sheet = u"صفحة الكشف"_s,
+            .pdfFiles = u"ملفات PDF"_s,
+            .replace = u"الملف \"%1\" موجود مسبقاً. هل تريد استبداله؟"_s,
+            .working = u"صفحة %1، مفتاح Esc للإيقاف"_s,
+            .stopped = u"تم الإيقاف"_s,
+            .saved = u"تم الحفظ: %1"_s,
+            .printed = u"تمت الطباعة"_s,
+            .printerRefused = u"لم تقبل الطابعة الكشف."_s,
+            .notSaved = u"تعذر حفظ الكشف."_s,
+            .notShown = u"تعذر إظهار هذه الصفحة."_s};
+}
+
 } // namespace
 
 void ReformatStatementReport(Report &report, const Recordset &rows)
@@ -146,7 +174,9 @@ void ReformatReport(Report &report)
     }
 }
 
-void showReport(const Report &report)
+void showReport(Report report)
 {
+    if (engine.isArabic)
+        report.previewTexts = arabicPreviewTexts();
     showReportModal(report);
 }

@@ -13,4 +13,4 @@ void ReformatReport(Report &report);
 
 /// Shows a report modally with the preview's words in the session's language.
 /// @throws RuntimeError as showReportModal()
-void showReport(const Report &report);
+void showReport(Report report);

@@ -46,6 +46,16 @@ inline QStringList shellLines(const QString &path, const QString &sql)
     return lines;
 }
 
+/// What a program prints; what it complains of comes with it.
+inline QString outputOf(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished(60'000)) << process.errorString().toStdString();
+    return QString::fromUtf8(process.readAll());
+}
+
 /// What a file holds.
 inline QByteArray bytesOf(const QString &path)
 {
