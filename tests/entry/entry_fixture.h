@@ -79,6 +79,50 @@ protected:
         EXPECT_EQ(told(), QStringList({engine.textAreYouSure, success}));
     }
 
+    /// Posts an amount of a family's only entry, with everybody ticked but the first `unticked`; `shown` are
+    /// the captions of LBLShare.
+    void postAlone(const Family &family, const QString &amount, const QStringList &shown, int unticked = 0)
+    {
+        execute({u"delete from members"_s, u"delete from general"_s, u"delete from ledger"_s});
+        open(family);
+        EXPECT_EQ(captions(), QStringList(qsizetype(family.size()), u"0.00"_s));
+        click(screen, "cmdAll");
+        for (int i = 0; i < unticked; ++i)
+            click(screen, ("Check1_" + std::to_string(i)).c_str());
+        fill(screen, boxes[0], amount + u'\n');
+        EXPECT_EQ(captions(), shown);
+        post();
+        fill(screen, boxes[0], {});
+        screen.unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    /// Empty boxes of a payment by check, filled one by one as each is asked for; nobody is ticked.
+    void fillBoxesAsTold(const QString &badAmount)
+    {
+        open(oneWife);
+        click(screen, "Option1_1");
+        for (const char *box : boxes)
+            fill(screen, box, {});
+        const QString faults[] = {badAmount, u"يجب صياغة شرح لهذا الإدخال "_s, u"يجب إدخال معلومات الشيك"_s};
+        const QString texts[] = {u"1000"_s, u"rent"_s, u"no. 7"_s};
+        for (std::size_t i = 0; i < boxes.size(); ++i) {
+            click(screen, "cmdEntry");
+            EXPECT_EQ(told(), QStringList{faults[i]});
+            EXPECT_EQ(screen.focusWidget(), &control(screen, boxes[i]));
+            fill(screen, boxes[i], texts[i]);
+        }
+    }
+
+    /// Answers the question of an entry with No.
+    void refuse()
+    {
+        ScriptedDialogs no;
+        no.expectNo(engine.textAreYouSure);
+        click(screen, "cmdEntry");
+        EXPECT_EQ(state(), u"0|0|0");
+    }
+
     /// A posting that ends in the failure path.
     void fail(const QString &failure)
     {
