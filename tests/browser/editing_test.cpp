@@ -1,5 +1,6 @@
 #include "browser_fixture.h"
 #include "core/navigation.h"
+#include "journal_tables.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 
@@ -89,12 +90,6 @@ protected:
         const FlexGrid &grid = gridOf(screen);
         return QString::number(grid.row()) + u' ' + grid.fieldName(grid.col());
     }
-    /// All that corrections and cancels write.
-    static QStringList stored()
-    {
-        return shellRows(u"select * from general;select * from ledger;select * from ledger1;"
-                         "select * from audit_general"_s);
-    }
 };
 
 TEST_P(Editing, EachEditorCorrectsItsColumns)
@@ -125,23 +120,14 @@ TEST_P(Editing, EachEditorCorrectsItsColumns)
         EXPECT_EQ(cell(*screen, 2, c.field), c.shown.isEmpty() ? c.typed : c.shown);
         EXPECT_EQ(place(*screen), QString::number(c.row) + u' ' + c.field);
     }
-    QStringList expected = stored();
-    const QString before = expected.filter(u"2|2|"_s).first();
     expectSave(true);
     pick(*screen, 3, u"amount"_s);
     EXPECT_EQ(place(*screen), u"3 amount"_s);
-    for (QString &line : expected) {
-        const bool journal = line == before;
-        if (!journal && !line.contains(u"|2|"_s))
-            continue;
-        line.replace(u"2004-03-15 13:05:09"_s, u"2004-02-03"_s)
-            .replace(u"note|paid|cash|13"_s,
-                     (journal ? u"إيجار (12)|by general Omar|x|14"_s : u"إيجار (12)|by ledger1 Omar|x|14"_s));
-        if (journal)
-            line.replace(u"2004-01-06"_s, u"2004-03-15 10:20:30"_s);
-    }
-    expected << u"1|"_s + before + u"|2004-03-15 10:20:30|TEST|"_s + either(u"تعديل"_s, u"Modified"_s);
-    EXPECT_EQ(stored(), expected);
+    const QString general =
+        u"2|2|-1|-1|3500000|2004-02-03|2004-01-05 08:00:00|agent|إيجار (12)|by general Omar|x|14|"_s;
+    EXPECT_EQ(shellRows(u"select * from general where transactionid=2"_s),
+              QStringList{general + u"2004-03-15 10:20:30"_s});
+    EXPECT_EQ(rows(u"select distinct paymentdetail from ledger1"_s), QStringList{u"by ledger1 Omar"_s});
     click(*screen, "cmdRefresh");
     EXPECT_EQ(cell(*screen, 2, u"transactiondetail"_s) + cell(*screen, 2, u"gtype"_s),
               u"إيجار (12)"_s + kind);
@@ -206,7 +192,7 @@ TEST_P(Editing, TheRowIsDirtyAsItsLastEditorLeftIt)
     edit(*screen, 1, u"paymentmethod"_s, u"cash"_s);
     leave();
     EXPECT_EQ(cell(*screen, 1, u"paymentdetail"_s), u"first"_s);
-    // A cell of the same row asks nothing. No reads the rows anew: the typed text vanishes.
+    // A cell of the same row asks nothing; No reads the rows anew: the typed text vanishes.
     edit(*screen, 1, u"paymentdetail"_s, u"second"_s);
     pick(*screen, 1, u"amount"_s);
     expectSave(false);
@@ -224,52 +210,20 @@ TEST_P(Editing, TheRowIsDirtyAsItsLastEditorLeftIt)
 
 TEST_P(Editing, ASaveThatFailsClearsTheFilterAndKeepsWhatWasTyped)
 {
-    const struct {
-        QString field, typed;
-    } cases[] = {{u"transactiondetail"_s, u""_s},
-                 {u"transactiondetail"_s, QString(101, u'n')},
-                 {u"paymentmethod"_s, QString(16, u'n')},
-                 {u"paymentdetail"_s, u"the heirs' shop"_s},
-                 {u"gtype"_s, u""_s},
-                 {u"gtype"_s, u"heirs' shop"_s}};
     const auto screen = browseGeneral();
     const QStringList before = stored();
-    for (const auto &[field, typed] : cases) {
-        SCOPED_TRACE(typed.left(20).toStdString());
-        chooseMenu(*screen, "mnuBothValid");
-        chooseMenu(*screen, "mnuExpenses"); // the first and the fourth
-        edit(*screen, 2, field, typed, Qt::Key_Tab);
-        expectSave(true, false);
-        pick(*screen, 1, u"amount"_s);
-        EXPECT_EQ(stored(), before);
-        EXPECT_EQ(column(*screen, u"transactionid"_s), u"1 2 3 4"_s);
-        EXPECT_TRUE(control<QAction>(*screen, "mnuExpenses").isChecked());
-        EXPECT_EQ(cell(*screen, 4, field), typed);
-        EXPECT_EQ(cell(*screen, 2, u"amount"_s) + place(*screen), u"350.001 amount"_s);
-        click(*screen, "cmdRefresh");
-        EXPECT_EQ(cell(*screen, 4, u"paymentdetail"_s), u"paid"_s);
-        chooseMenu(*screen, "mnuBothCreditOrDebit");
-    }
-    // A save looks from the last one's row on: a row above it counts as changed in all columns, and behind
-    // that there is no row to start from. A word that no row has is one more kind of "other".
-    for (const auto &[row, saved] : {std::pair(3, true), {1, true}, {2, false}}) {
-        edit(*screen, row, u"paymentmethod"_s, u"y"_s);
-        expectSave(true, saved);
-        pick(*screen, 4, u"amount"_s);
-    }
-    edit(*screen, 4, u"gtype"_s, u"no such kind"_s);
-    expectSave(true);
+    chooseMenu(*screen, "mnuBothValid");
+    chooseMenu(*screen, "mnuExpenses"); // the first and the fourth
+    edit(*screen, 2, u"transactiondetail"_s, {}, Qt::Key_Tab);
+    expectSave(true, false);
     pick(*screen, 1, u"amount"_s);
-    EXPECT_EQ(rows(u"select gtype from general where transactionid=4"_s), QStringList{u"10"_s});
-
-    execute({u"select transactionid into [ledger2] from [ledger]"_s});
-    edit(*screen, 4, u"paymentmethod"_s, u"x"_s);
-    dialogs.expectYes(engine.textSaveChanges);
-    dialogs.expectMessage(u"No value given for one or more required parameters."_s);
-    dialogs.expectMessage(u"Error حدث خطأ"_s);
-    pick(*screen, 1, u"amount"_s);
-    EXPECT_EQ(cell(*screen, 4, u"paymentmethod"_s), u"x"_s);
-    EXPECT_EQ(rows(u"select paymentmethod from general where transactionid=4"_s), QStringList{u"cash"_s});
+    EXPECT_EQ(stored(), before);
+    EXPECT_EQ(column(*screen, u"transactionid"_s), u"1 2 3 4"_s);
+    EXPECT_TRUE(control<QAction>(*screen, "mnuExpenses").isChecked());
+    EXPECT_EQ(cell(*screen, 4, u"transactiondetail"_s), u""_s);
+    EXPECT_EQ(cell(*screen, 2, u"amount"_s) + place(*screen), u"350.001 amount"_s);
+    click(*screen, "cmdRefresh");
+    EXPECT_EQ(cell(*screen, 4, u"transactiondetail"_s), u"note"_s);
 }
 
 TEST_P(Editing, ClosingTakesTheOpenEditorAndAsks)
@@ -321,35 +275,6 @@ TEST_P(Editing, AnEditorStaysOnItsCell)
     open(*screen, 9, u"transactiondetail"_s);
     chooseMenu(*screen, "mnuExpenses"); // takes the editor first, then reads the rows anew
     EXPECT_EQ(openEditor(*screen), u""_s);
-}
-
-TEST_P(Editing, ARangeAndAnArchiveCorrectByTheirOwnRules)
-{
-    execute({u"select * into [general1] from [general] where transactionid=4"_s,
-             u"delete from [general] where transactionid=4"_s});
-    const QStringList before = stored();
-    auto screen = browseGeneral();
-    dialogs.expectAnyMessage();
-    selectDates(*screen, u"01/01/2004"_s, u"31/12/2004"_s);
-    EXPECT_EQ(open(*screen, 1, u"gtype"_s), u"Combo1"_s); // over a number; no word of the list is a date
-    hand::pressKey(*screen, Qt::Key_Return);
-    expectSave(true, false);
-    pick(*screen, 2, u"amount"_s);
-    selectDates(*screen, {}, {});
-    edit(*screen, 2, u"paymentdetail"_s, u"x"_s);
-    expectSave(false);
-    screen->unload();
-
-    screen = browseGeneral();
-    dialogs.expectYes(
-        u"Are you sure you want to load this archive?  هل أنت متأكد بأنك تريد مراجعة هذا الإرشيف؟"_s);
-    choose(*screen, "ArchivesList", u"general1"_s);
-    edit(*screen, 1, u"paymentdetail"_s, u"x"_s);
-    dialogs.expectYes(engine.textSaveChanges);
-    dialogs.expectAnyMessage(); // no table 'ledger11'
-    dialogs.expectMessage(u"Error حدث خطأ"_s);
-    screen->unload();
-    EXPECT_EQ(stored(), before);
 }
 
 TEST_P(Editing, ACancelledTransactionStaysAndCanBeCancelledAgain)

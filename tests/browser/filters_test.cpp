@@ -125,19 +125,6 @@ TEST_F(FiltersTest, PressesShowTheRowsThatTheyChoose)
     }
 }
 
-TEST(Filters, TheFirstSideChosenJoinsTheValidPieceOfTheLoad)
-{
-    Filters filters;
-    filters.choose(Filters::Credit::Expenses);
-    EXPECT_EQ(filters.combinedFilter, u"(creditordebit = false) and valid=true"_s);
-    filters.choose(QStringList{u"Ali"_s, u"Sara"_s});
-    EXPECT_EQ(filters.namesFilter, u"( name='Ali'  or  name='Sara' )"_s);
-    EXPECT_FALSE(filters.choose(QStringList()));
-    EXPECT_FALSE(filters.choose(Filters::Valid::Valid));
-    filters.choose(Filters::Credit::Both);
-    EXPECT_EQ(filters.combinedFilter, u"valid=true and ( name='Ali'  or  name='Sara' )"_s);
-}
-
 TEST(Filters, ARangeOfDatesIsAskedForByTheTableShown)
 {
     const QString days = u"(datediff('d',%1,'01/02/2004')<=0) and (datediff('d',%1,'31/12/2004')>=0)"_s;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browser/corrections.h"
+#include "journal_tables.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/format.h"
@@ -84,26 +85,6 @@ protected:
     bool save(const EditedRow &row) { return SaveRowChanges(row, auditAction); }
     /// Edits a transaction's row in a grid of its own and saves it.
     bool correct(int number, const Edits &edits) { return save(edited(browse(), number, edits)); }
-
-    static QStringList journalTables()
-    {
-        QStringList names;
-        for (const SchemaTable &table : engine.dbConnection->schemaTables()) {
-            for (const char *stem : {"ledger", "general", "audit_general", "archives"}) {
-                if (table.tableName.startsWith(QLatin1StringView(stem)))
-                    names << table.tableName;
-            }
-        }
-        return names;
-    }
-    /// All rows of these tables as an independent reader finds them, `table|value|value...`.
-    static QStringList stored(const QStringList &tables = journalTables())
-    {
-        QStringList statements;
-        for (const QString &table : tables)
-            statements << u"select '%1', * from [%1]"_s.arg(table);
-        return shellRows(statements.join(u';'));
-    }
 
     QStringList told() { return std::exchange(dialogs.told, {}); }
     static QString either(const QString &ar, const QString &en) { return engine.isArabic ? ar : en; }
