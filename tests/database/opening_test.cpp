@@ -146,15 +146,3 @@ TEST_F(Opening, StatesAreChecked)
     EXPECT_EQ(outcome([&] { connection->commitTrans(); }), "-2147168242 No transaction is active");
     EXPECT_EQ(outcome([&] { connection->rollbackTrans(); }), "-2147168242 No transaction is active");
 }
-
-TEST_F(Opening, SchemaListsTablesByTypeAndName)
-{
-    addPeople({u"a"_s});
-    for (const auto *archive : {"people10", "People2", "people1"})
-        connection->execute(u"select * into [%1] from people"_s.arg(QLatin1StringView(archive)));
-    QStringList names;
-    for (const SchemaTable &entry : connection->schemaTables())
-        names << entry.tableType.left(1) + u':' + entry.tableName;
-    EXPECT_EQ(names.join(u' ').toStdString(),
-              "S:system_counters T:people T:people1 T:people10 T:People2 T:settings");
-}

@@ -68,23 +68,4 @@ TEST_F(SessionFixture, SaysThatALogicalTableIsUnknownAndShowsAllColumns)
     }
 }
 
-TEST_F(StoreFixture, LooksUpTheWordsInTheSessionsLanguage)
-{
-    execute({u"insert into ledger (name,gtype,amount,valid) values ('A',13,1,true)"_s,
-             u"insert into ledger (name,gtype,amount) values ('B',99,1)"_s, // no such kind
-             u"select * into [ledger1] from [ledger]"_s});
-    addMember({.name = u"C"_s, .relation = 1, .valid = false}); // a cancelled one is shown too
-    for (const auto &[arabic, kind, relation] :
-         {std::tuple(false, u"Salary"_s, u"Wife"_s), std::tuple(true, u"راتب"_s, u"زوجه"_s)}) {
-        setLanguage(arabic);
-        const QStringList ledger = rows(getstrsql(u"ledger"_s, u"ledger1"_s));
-        ASSERT_EQ(ledger.size(), 2);
-        EXPECT_EQ(ledger[0].section(u'|', 5, 5), kind);
-        EXPECT_EQ(ledger[1].section(u'|', 5, 5), u"(null)"_s);
-        const QStringList members = rows(getstrsql(u"members"_s, u"members"_s));
-        ASSERT_EQ(members.size(), 1);
-        EXPECT_EQ(members[0].section(u'|', 3, 3), relation);
-    }
-}
-
 } // namespace
