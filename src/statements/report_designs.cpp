@@ -21,34 +21,34 @@ constexpr int rest = 0; ///< the width that the other columns leave
 
 // In the order in which they are read.
 constexpr Column ledgerColumns[] = {
-    {u"Label13", u"Number", u"Text7", u"id", 950},
+    {u"Label13", u"Number", u"Text7", u"id", 1000},
     {u"Label5", u"Note", u"Text1", u"transactiondetail", rest},
-    {u"Label10", u"Information", u"Text3", u"gtype", 1700},
-    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1400},
-    {u"Label3", u"Amount", u"Text2", u"amount", 1850},
-    {u"Label4", u"CR/DR", u"Text6", u"creditordebit", 900},
-    {u"Label6", u"Date", u"Text5", u"ddate", 1300},
+    {u"Label10", u"Information", u"Text3", u"gtype", 1620},
+    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1200},
+    {u"Label3", u"Amount", u"Text2", u"amount", 1750},
+    {u"Label4", u"CR/DR", u"Text6", u"creditordebit", 950},
+    {u"Label6", u"Date", u"Text5", u"ddate", 1350},
 };
 
 constexpr Column ledgerAllColumns[] = {
-    {u"Label14", u"Number", u"Text8", u"id", 950},
-    {u"Label13", u"Name", u"Text7", u"name", 1500},
+    {u"Label14", u"Number", u"Text8", u"id", 1000},
+    {u"Label13", u"Name", u"Text7", u"name", 1200},
     {u"Label5", u"Note", u"Text1", u"transactiondetail", rest},
-    {u"Label10", u"Information", u"Text3", u"gtype", 1450},
-    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1250},
-    {u"Label3", u"Amount", u"Text2", u"amount", 1850},
-    {u"Label4", u"CR/DR", u"Text6", u"creditordebit", 850},
-    {u"Label6", u"Date", u"Text5", u"ddate", 1300},
+    {u"Label10", u"Information", u"Text3", u"gtype", 1300},
+    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1050},
+    {u"Label3", u"Amount", u"Text2", u"amount", 1750},
+    {u"Label4", u"CR/DR", u"Text6", u"creditordebit", 1050},
+    {u"Label6", u"Date", u"Text5", u"ddate", 1350},
 };
 
 constexpr Column generalColumns[] = {
     {u"Label13", u"Number", u"Text8", u"transactionid", 1000},
-    {u"Label6", u"Date", u"Text5", u"ddate", 1300},
-    {u"Label3", u"Amount", u"Text2", u"amount", 1850},
-    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1350},
+    {u"Label6", u"Date", u"Text5", u"ddate", 1350},
+    {u"Label3", u"Amount", u"Text2", u"amount", 1750},
+    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1200},
     {u"Label5", u"Note", u"Text1", u"transactiondetail", rest},
-    {u"Label10", u"Information", u"Text3", u"paymentdetail", 1700},
-    {u"Label4", u"Type", u"Text6", u"gtype", 1450},
+    {u"Label10", u"Information", u"Text3", u"paymentdetail", 1620},
+    {u"Label4", u"Type", u"Text6", u"gtype", 1350},
 };
 
 constexpr Column monthlyLedgerColumns[] = {
@@ -66,7 +66,7 @@ constexpr Column monthlyGeneralColumns[] = {
 // All lengths are twips.
 constexpr int pageWidth = 11300; // A4 between margins of 300
 constexpr int margin = 300;
-constexpr int columnGap = 90;
+constexpr int columnGap = 160;
 constexpr int lineHeight = 320; // of 12 points
 constexpr int titleHeight = 2 * lineHeight;
 constexpr int ruleGap = 50; // between a line and the texts beside it
