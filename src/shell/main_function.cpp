@@ -1,6 +1,7 @@
 #include "core/engine.h"
 #include "core/program_icon.h"
 #include "core/program_place.h"
+#include "platform/database/errors.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/files.h"
@@ -74,11 +75,35 @@ void repairLastCompacted(bool hasRow)
                                      stamp + u"','غير معروف',1)"_s);
 }
 
-void readSettings()
+void openSettings(const QString &statement)
 {
     engine.rsShared = Recordset::create();
     engine.rsShared->setCursorType(CursorType::Static);
-    engine.rsShared->open(u"select * from settings"_s, engine.connectionString, CursorType::Static);
+    engine.rsShared->open(statement, engine.connectionString, CursorType::Static);
+}
+
+/// Opens `rsShared` on the settings. A date of the last compaction that another program has spoiled would
+/// fail the reading of the whole row: it is repaired first.
+void openSettings()
+{
+    try {
+        openSettings(u"select * from settings"_s);
+    } catch (const RuntimeError &) {
+        try {
+            openSettings(u"select lastcompacted from settings"_s);
+        } catch (const RuntimeError &failure) {
+            if (failure.number() != data_errors::multipleStep().number())
+                throw;
+            repairLastCompacted(true);
+            return openSettings(u"select * from settings"_s);
+        }
+        throw; // something else is unreadable
+    }
+}
+
+void readSettings()
+{
+    openSettings();
     const bool hasRow = engine.rsShared->recordCount() > 0;
     Value lastCompacted;
     if (hasRow) {

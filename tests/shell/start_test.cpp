@@ -112,6 +112,8 @@ protected:
 TEST_F(StartTest, RepairsSettingsAndCompactsWhenTheLastTimeIsThirtyDaysOld)
 {
     EXPECT_EQ(startAfter(u"update settings set lastcompacted=null, sn=7"_s), u"unknown|31/03/2004|7"_s);
+    shellRows(u"update settings set lastcompacted='soon'"_s); // by another program
+    EXPECT_EQ(startAfter(u"update settings set sn=7"_s), u"unknown|31/03/2004|7"_s);
     EXPECT_EQ(startAfter(u"update settings set lastcompacted='02/03/2004'"_s), u"unknown|02/03/2004|7"_s);
     ScriptedDialogs dialogs;
     dialogs.expectAnyMessage(); // please wait
