@@ -251,13 +251,15 @@ RecordsetPtr frmUniversalGrid::openRows(const QString &statement)
     engine.strSql = statement;
     RecordsetPtr rows = Recordset::create();
     rows->setCursorLocation(CursorLocation::Client);
-    watchReading(*rows);
-    rows->open(engine.strSql, engine.dbConnection, CursorType::Static, LockType::Optimistic);
+    watchReading(*rows, [&rows] {
+        rows->open(engine.strSql, engine.dbConnection, CursorType::Static, LockType::Optimistic);
+    });
     return rows;
 }
 
-void frmUniversalGrid::watchReading(Recordset &rows)
+void frmUniversalGrid::watchReading(Recordset &rows, const std::function<void()> &reading)
 {
+    const QString statusLine = m_ui->Label1->text();
     m_reading.start();
     rows.setReadProgress([this](int read) {
         if (m_reading.elapsed() < longWork)
@@ -266,6 +268,12 @@ void frmUniversalGrid::watchReading(Recordset &rows)
                               QString::number(read));
         m_ui->Label1->repaint();
     });
+    try {
+        reading();
+    } catch (const RuntimeError &) {
+        m_ui->Label1->setText(statusLine);
+        throw;
+    }
 }
 
 void frmUniversalGrid::bind(const RecordsetPtr &rows)

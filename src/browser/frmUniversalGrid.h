@@ -91,7 +91,8 @@ private:
 
     // The rows on show
     RecordsetPtr openRows(const QString &statement);
-    void watchReading(Recordset &rows);
+    /// Tells in the status line how far a long reading of these rows is; what fails takes that back.
+    void watchReading(Recordset &rows, const std::function<void()> &reading);
     void bind(const RecordsetPtr &rows);
     /// After each change of rows: headings, count, formats and widths. False when the screen was closed
     /// meanwhile or the rows have changed once more: then the caller has nothing left to do.

@@ -87,7 +87,6 @@ void frmUniversalGrid::btnDateSelect_Click()
         const Hourglass hourglass;
         // Without a filter, although the marks stay: that is meant.
         const RecordsetPtr rows = m_saved->clone();
-        watchReading(*rows);
         setRange({}, {});
         bind(rows);
         showRows();
@@ -159,12 +158,13 @@ void frmUniversalGrid::cmdRefresh_Click()
         const int row = grid.row();
         const QString field = grid.fieldName(grid.col());
         const QString transaction = GridFieldValue(row, u"transactionid"_s);
-        watchReading(*m_primary);
-        if (m_primary->isOpen())
-            m_primary->requery();
-        else // a merge that failed has closed it
-            m_primary->open(QString(m_primary->source()), engine.dbConnection, CursorType::Static,
-                            LockType::Optimistic);
+        watchReading(*m_primary, [this] {
+            if (m_primary->isOpen())
+                m_primary->requery();
+            else // a merge that failed has closed it
+                m_primary->open(QString(m_primary->source()), engine.dbConnection, CursorType::Static,
+                                LockType::Optimistic);
+        });
         if (showRows(u" المجموع "_s) && m_cellPicked)
             pickAgain(transaction, row, field);
     } catch (const RuntimeError &failure) {
