@@ -287,16 +287,20 @@ void Recordset::requery()
     const auto keep = shared_from_this();
     database::Session &session = d->connection->session();
     const bool isTable = d->kind == CommandKind::Table;
-    auto before = d->compiled;
+    auto compiledBefore = d->compiled;
+    auto rowsBefore = d->rows;
+    const bool unreadBefore = d->unread;
     d->compiled = isTable ? session.compileTable(d->source) : session.compile(d->source);
     try {
         d->rows = d->readRows();
-    } catch (...) { // the old rows stay
-        d->compiled = std::move(before);
+        d->unread = false;
+        d->select(d->filter); // may name a column that is gone
+    } catch (...) {           // the old rows stay
+        d->compiled = std::move(compiledBefore);
+        d->rows = std::move(rowsBefore);
+        d->unread = unreadBefore;
         throw;
     }
-    d->unread = false;
-    d->select(d->filter);
     rowsChanged.raise();
     moveComplete.raise();
 }
