@@ -6,12 +6,18 @@
 #include "entry/frmRevenue.h"
 #include "family/frmMembers.h"
 #include "platform/ui/screen.h"
+#include "statements/frmReports.h"
 #include "users/frmChanges.h"
+#include "utilities/frmAbout.h"
+#include "utilities/frmDateConversion.h"
 
 void installOpeners()
 {
     navigation.showMembers = [] { theScreen<frmMembers>().showModeless(); };
     navigation.showChanges = [] { theScreen<frmChanges>().showModeless(); };
+    navigation.showReports = [] { theScreen<frmReports>().showModeless(); };
+    navigation.showAbout = [] { theScreen<frmAbout>().showModeless(); };
+    navigation.showDateConversion = [] { theScreen<frmDateConversion>().showModeless(); };
     navigation.newBrowser = [] { return new frmUniversalGrid; };
     navigation.showExpense = [] { (new frmExpense)->showModal(); };
     navigation.showRevenue = [] { (new frmRevenue)->showModal(); };
