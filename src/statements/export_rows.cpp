@@ -31,18 +31,18 @@ QString chooseFile(const QString &proposedName)
                         .defaultExtension = u"xls"_s});
 }
 
-/// What to tell of an export: the empty text for nothing.
-QString exported(Recordset &rows, const QString &proposedName, ExportFailure failure)
+/// What to tell of an export: the empty text for nothing. `name` becomes what the user picks.
+QString exported(Recordset &rows, QString &name, ExportFailure failure)
 {
     const Hourglass hourglass;
     bool saving = false;
     try {
         Workbook workbook;
         fill(workbook, rows);
-        const QString path = chooseFile(proposedName);
+        name = chooseFile(name);
         serveEventsButInput();
         saving = true;
-        workbook.saveAs(path);
+        workbook.saveAs(name);
         return u"Export complete..   تم التصدير بنجاح"_s;
     } catch (const RuntimeError &error) {
         if (error.number() == dialogCancelled)
@@ -56,9 +56,11 @@ QString exported(Recordset &rows, const QString &proposedName, ExportFailure fai
 
 } // namespace
 
-void exportRows(Recordset &rows, const QString &proposedName, ExportFailure failure)
+QString exportRows(Recordset &rows, const QString &proposedName, ExportFailure failure)
 {
-    const QString text = exported(rows, proposedName, failure);
+    QString name = proposedName;
+    const QString text = exported(rows, name, failure);
     if (!text.isEmpty())
         showMessage(text);
+    return name;
 }

@@ -12,5 +12,6 @@ enum class ExportFailure {
 
 /// Copies a record set into a workbook, from its current row on and with the raw field names as a bold first
 /// row, and saves it under a name that the user picks. The set stands at EOF then. `proposedName` is what the
-/// save dialog begins with. A cancelled dialog shows nothing; a finished and a refused save are told.
-void exportRows(Recordset &rows, const QString &proposedName, ExportFailure failure);
+/// save dialog begins with; what it ends with is returned, the same when it was cancelled. A cancelled dialog
+/// shows nothing; a finished and a refused save are told.
+QString exportRows(Recordset &rows, const QString &proposedName, ExportFailure failure);

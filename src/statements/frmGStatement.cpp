@@ -29,6 +29,7 @@ void frmGStatement::Form_Load()
     m_rsStatement->setCursorType(CursorType::Static);
     m_ui->ArchivesList->lineEdit()->setPlaceholderText(translate(u"Archives"_s)); // nothing fills it
     m_generalTable = u"general"_s;
+    m_fileName.clear();
     m_statementSide = u"debit"_s;
     Option1_Click(0);
 }
@@ -36,7 +37,7 @@ void frmGStatement::Form_Load()
 bool frmGStatement::Form_KeyDown(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || !m_ui->ArchivesList->hasFocus())
+    if (!enter || focusWidget() != m_ui->ArchivesList)
         return false;
     ArchivesList_Click();
     return true;
@@ -104,5 +105,5 @@ void frmGStatement::cmdShow_Click()
 void frmGStatement::cmdExcell_Click()
 {
     if (mayExport())
-        exportRows(*m_rsStatement, {}, ExportFailure::Told);
+        m_fileName = exportRows(*m_rsStatement, m_fileName, ExportFailure::Told);
 }
