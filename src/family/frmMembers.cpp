@@ -10,6 +10,7 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/record_moves.h"
 #include "presentation/prepare_screen.h"
 #include "presentation/vocabulary.h"
 #include "store/data_helpers.h"
@@ -17,7 +18,6 @@
 
 #include <QtGui/QCloseEvent>
 #include <QtGui/QKeyEvent>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QStatusBar>
 
 #include <algorithm>
@@ -71,10 +71,10 @@ frmMembers::frmMembers() : Screen(u"frmMembers"_s), m_ui(std::make_unique<Ui::fr
     connect(m_ui->cmdDelete, &QPushButton::clicked, this, &frmMembers::cmdDelete_Click);
     connect(m_ui->cmdRefresh, &QPushButton::clicked, this, &frmMembers::cmdRefresh_Click);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &frmMembers::cmdClose_Click);
-    connect(m_ui->cmdFirst, &QPushButton::clicked, this, &frmMembers::cmdFirst_Click);
-    connect(m_ui->cmdPrevious, &QPushButton::clicked, this, &frmMembers::cmdPrevious_Click);
-    connect(m_ui->cmdNext, &QPushButton::clicked, this, &frmMembers::cmdNext_Click);
-    connect(m_ui->cmdLast, &QPushButton::clicked, this, &frmMembers::cmdLast_Click);
+    connect(m_ui->cmdFirst, &QPushButton::clicked, this, [this] { navigate(RecordMove::First); });
+    connect(m_ui->cmdPrevious, &QPushButton::clicked, this, [this] { navigate(RecordMove::Previous); });
+    connect(m_ui->cmdNext, &QPushButton::clicked, this, [this] { navigate(RecordMove::Next); });
+    connect(m_ui->cmdLast, &QPushButton::clicked, this, [this] { navigate(RecordMove::Last); });
     connect(m_ui->Combo1, &QComboBox::activated, this, &frmMembers::Combo1_Click);
     connect(m_ui->DTPicker1, &DatePicker::closeUp, this, &frmMembers::DTPicker1_CloseUp);
     connect(m_ui->mnuDesceased, &QAction::triggered, this, &frmMembers::mnuDesceased_Click);
@@ -259,28 +259,14 @@ bool frmMembers::Form_KeyDown(QKeyEvent *event)
     // Only while the row of buttons is enabled: a move would save an open edit silently.
     if (!isBrowsing())
         return false;
-    const bool ctrl = event->modifiers() & Qt::ControlModifier;
-    switch (event->key()) {
-    case Qt::Key_Escape:
+    if (event->key() == Qt::Key_Escape) {
         cmdClose_Click();
         return true;
-    case Qt::Key_End:
-        cmdLast_Click();
-        return true;
-    case Qt::Key_Home:
-        cmdFirst_Click();
-        return true;
-    case Qt::Key_Up:
-    case Qt::Key_PageUp:
-        ctrl ? cmdFirst_Click() : cmdPrevious_Click();
-        return true;
-    case Qt::Key_Down:
-    case Qt::Key_PageDown:
-        ctrl ? cmdLast_Click() : cmdNext_Click();
-        return true;
-    default:
-        return false;
     }
+    const std::optional<RecordMove> move = recordMoveOf(*event);
+    if (move)
+        navigate(*move);
+    return move.has_value();
 }
 
 /// A change that nobody asked for is cancelled before the row is left.
@@ -309,45 +295,11 @@ void frmMembers::dropUnaskedEdit()
         refuseUnaskedChange();
 }
 
-void frmMembers::navigate(const std::function<void()> &move)
+void frmMembers::navigate(RecordMove move)
 {
     showingFailures([&] {
         refuseUnaskedChange();
-        move();
-    });
-}
-
-void frmMembers::cmdFirst_Click()
-{
-    navigate([this] { m_primary->moveFirst(); });
-}
-
-void frmMembers::cmdLast_Click()
-{
-    navigate([this] { m_primary->moveLast(); });
-}
-
-void frmMembers::cmdPrevious_Click()
-{
-    navigate([this] {
-        if (!m_primary->bof())
-            m_primary->movePrevious();
-        if (m_primary->bof() && m_primary->recordCount() > 0) {
-            QApplication::beep();
-            m_primary->moveFirst();
-        }
-    });
-}
-
-void frmMembers::cmdNext_Click()
-{
-    navigate([this] {
-        if (!m_primary->eof())
-            m_primary->moveNext();
-        if (m_primary->eof() && m_primary->recordCount() > 0) {
-            QApplication::beep();
-            m_primary->moveLast();
-        }
+        moveRecord(*m_primary, move);
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/database/recordset.h"
+#include "platform/ui/record_moves.h"
 #include "platform/ui/screen.h"
 
 #include <QtCore/QStringList>
@@ -46,10 +47,6 @@ private:
     void cmdDelete_Click();
     void cmdRefresh_Click();
     void cmdClose_Click();
-    void cmdFirst_Click();
-    void cmdPrevious_Click();
-    void cmdNext_Click();
-    void cmdLast_Click();
     void Combo1_Click();
     void DTPicker1_CloseUp();
     void txtFields_Change(int index);
@@ -66,7 +63,7 @@ private:
     bool isBrowsing() const { return !m_editing && !m_adding; }
     void refuseUnaskedChange();
     void dropUnaskedEdit();
-    void navigate(const std::function<void()> &move);
+    void navigate(RecordMove move);
     bool validate();
     void update();
     void deleteMember();
