@@ -10,8 +10,10 @@
 #include "presentation/prepare_screen.h"
 #include "shell/frmLogin.h"
 #include "shell/frmMain.h"
+#include "users/frmChangePassword.h"
 #include "users/frmChanges.h"
 #include "users/frmNewUser.h"
+#include "users/frmUsers.h"
 #include "utilities/frmAbout.h"
 #include "utilities/frmDateConversion.h"
 #include "utilities/frmInformation.h"
@@ -91,6 +93,21 @@ void picturesOfBrowsers(const QString &folder, const QString &suffix)
     engine.dbConnection->rollbackTrans();
 }
 
+/// With more users than the store has: those are taken back.
+void pictureOfUsers(const QString &folder, const QString &suffix)
+{
+    engine.dbConnection->beginTrans();
+    int rank = 1;
+    for (const QString &user : {u"abdullah','عبد الله بن صالح"_s, u"noura','نورة بنت أحمد"_s,
+                                u"secretary','Secretary of the family"_s})
+        engine.dbConnection->execute(
+            u"insert into users (userid,name,rank,lastlogin,createdon,createdby,valid) values ('%1',%2,"
+            "'21/11/2025 08:00:00','20/11/2025 13:05:09','root',true)"_s.arg(user)
+                .arg(rank++));
+    pictureOf<frmUsers>(folder, suffix);
+    engine.dbConnection->rollbackTrans();
+}
+
 /// The login screen chooses Arabic by itself when it loads: for an English picture its own captions are put
 /// back.
 void pictureOfLogin(const QString &folder, const QString &suffix, bool arabic)
@@ -128,6 +145,8 @@ void takeTour(const QString &folder)
         pictureOf<frmMain>(folder, suffix);
         pictureOf<frmNewUser>(folder, suffix);
         pictureOf<frmChanges>(folder, suffix);
+        pictureOf<frmChangePassword>(folder, suffix);
+        pictureOfUsers(folder, suffix);
         pictureOf<frmMembers>(folder, suffix);
         pictureOf<frmExpense>(folder, suffix);
         pictureOf<frmRevenue>(folder, suffix);

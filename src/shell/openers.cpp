@@ -7,13 +7,17 @@
 #include "family/frmMembers.h"
 #include "platform/ui/screen.h"
 #include "statements/frmReports.h"
+#include "users/frmChangePassword.h"
 #include "users/frmChanges.h"
+#include "users/frmUsers.h"
 #include "utilities/frmAbout.h"
 #include "utilities/frmDateConversion.h"
 
 void installOpeners()
 {
     navigation.showMembers = [] { theScreen<frmMembers>().showModeless(); };
+    navigation.showUsers = [] { theScreen<frmUsers>().showModeless(); };
+    navigation.showChangePassword = [] { (new frmChangePassword)->showModeless(); };
     navigation.showChanges = [] { theScreen<frmChanges>().showModeless(); };
     navigation.showReports = [] { theScreen<frmReports>().showModeless(); };
     navigation.showAbout = [] { theScreen<frmAbout>().showModeless(); };
