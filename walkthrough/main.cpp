@@ -86,6 +86,7 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playExpense(player, story);
     playBrowsers(player, story);
     playCorrections(player, story);
+    playConversion(player);
     playEnd(player, lastly);
     player.play();
     runProgram();

@@ -235,6 +235,21 @@ void playExpense(Player &player, const Story &story)
     player.chooseMenu(u"frmExpense"_s, "mnuExit");
 }
 
+void playConversion(Player &player)
+{
+    player.on(u"frmMain"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuTour", "mnuDateConversion"); });
+    player.on(u"frmDateConversion"_s, [&player](Screen &screen) {
+        hand::fill(screen, "Text1", u"28/07/2016"_s);
+        hand::click(screen, "cmdHijri");
+        player.picture(screen, u"conversion"_s);
+        screen.close();
+    });
+    player.on(u"frmMain"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuHelp", "mnuAbout"); });
+    player.chooseMenu(u"frmAbout"_s, "mnuInformation");
+    player.acceptMessage({}, u"brief-description"_s);
+    player.click(u"frmAbout"_s, "cmdOK");
+}
+
 void playEnd(Player &player, const std::function<void()> &lastly)
 {
     player.on(u"frmMain"_s, [lastly](Screen &screen) {

@@ -77,5 +77,7 @@ void playLogin(Player &player, const Story &story);
 void playFamily(Player &player, const Story &story);
 void playRevenue(Player &player, const Story &story);
 void playExpense(Player &player, const Story &story);
+/// Converts a date and reads the about box.
+void playConversion(Player &player);
 /// Closes the main screen; `lastly` is called on it before.
 void playEnd(Player &player, const std::function<void()> &lastly);
