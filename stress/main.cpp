@@ -1,0 +1,47 @@
+#include "platform/ui/application.h"
+#include "stress/fault_disk.h"
+#include "stress/operations.h"
+#include "stress/trials.h"
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QTemporaryDir>
+
+#include <csignal>
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Plays faults against the program's own routines: `quvana-stress kills|disk|power|bytes|two [--long]`.
+int main(int argc, char **argv)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    signal(SIGXFSZ, SIG_IGN);
+    fault_disk::install();
+    Application application(argc, argv);
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOption({u"long"_s, u"The long run."_s});
+    parser.addOption({u"seed"_s, u"Of what is left to chance."_s, u"NUMBER"_s, u"1"_s});
+    parser.addPositionalArgument(u"trial"_s, u"kills, disk, power, bytes or two; all when none is named."_s);
+    parser.process(application);
+    const bool isLong = parser.isSet(u"long"_s);
+    const auto seed = parser.value(u"seed"_s).toUInt();
+    const QStringList wanted = parser.positionalArguments();
+
+    installDialogs();
+    const QTemporaryDir folder;
+    makeTemplate(folder.path());
+    int bad = 0;
+    const auto play = [&](const QString &name, auto &&trial) {
+        if (wanted.isEmpty() || wanted.contains(name))
+            bad += trial().bad;
+    };
+    play(u"kills"_s, [&] { return killOperations(folder.path(), isLong ? 500 : 5, seed); });
+    play(u"disk"_s, [&] { return failDisk(folder.path(), isLong ? 1 : 37); });
+    play(u"disk"_s, [&] { return limitExport(folder.path(), isLong ? 64 : 2048); });
+    play(u"power"_s, [&] { return losePower(folder.path(), isLong ? 700 : 10, seed); });
+    play(u"bytes"_s, [&] { return damageBytes(isLong ? 1 : 1021); });
+    play(u"two"_s, [&] { return postInTwo(folder.path(), isLong ? 1000 : 20); });
+    std::printf("%s\n", bad == 0 ? "nothing bad" : "FOUND SOMETHING BAD");
+    return bad == 0 ? 0 : 1;
+}
