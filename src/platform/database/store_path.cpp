@@ -138,7 +138,7 @@ void createEmptyFile(const QString &path)
     if (path.contains(QChar::Null))
         throw runtime_errors::pathAccess();
     const int descriptor =
-        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (descriptor >= 0) {
         ::close(descriptor);
         return;

@@ -5,9 +5,11 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRandomGenerator>
 
 #include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -32,7 +34,6 @@ public:
     {
         errno = 0;
         note(flush() && (::fsync(handle()) == 0 || errno == EINVAL));
-        close();
     }
 
 protected:
@@ -54,13 +55,45 @@ private:
     int m_failure = 0;
 };
 
+QByteArray nameOf(int descriptor)
+{
+    return "/proc/self/fd/" + QByteArray::number(descriptor);
+}
+
+/// A file without a name in a folder; below 0 where there are none.
+int openNameless(const QByteArray &folder)
+{
+    const int descriptor = ::open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    if (descriptor >= 0 && ::access(nameOf(descriptor).constData(), W_OK) != 0) { // no /proc to name it by
+        ::close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
 } // namespace
 
 struct NewFile::Private {
     QString place;
-    QString path;
+    QString path; ///< where it stands; empty as long as it has no name
     CheckedFile file;
+
+    QString beside(const QString &name) const { return QFileInfo(place).absolutePath() + u'/' + name; }
+    void giveName();
 };
+
+/// Beside its place, since a file without a name can't replace another one.
+void NewFile::Private::giveName()
+{
+    do {
+        path = beside(u".quvana-"_s + QString::number(QRandomGenerator::global()->generate64(), 36));
+        if (::linkat(AT_FDCWD, nameOf(file.handle()).constData(), AT_FDCWD,
+                     QFile::encodeName(path).constData(), AT_SYMLINK_FOLLOW) == 0)
+            return;
+    } while (errno == EEXIST);
+    path.clear();
+    throw notWritten(place, qt_error_string(errno));
+}
 
 NewFile::NewFile(const QString &place) : d(std::make_unique<Private>())
 {
@@ -71,12 +104,14 @@ NewFile::NewFile(const QString &place) : d(std::make_unique<Private>())
     if (info.exists() && !info.isWritable())
         throw notWritten(place, qt_error_string(EACCES));
 
-    QByteArray unfinished = QFile::encodeName(QFileInfo(d->place).absolutePath() + u"/.quvana-XXXXXX"_s);
-    const int descriptor = ::mkstemp(unfinished.data()); // its mode is 0600
-    if (descriptor < 0)
-        throw notWritten(place, qt_error_string(errno));
-    d->path = QFile::decodeName(unfinished);
-    d->file.setFileName(d->path);
+    int descriptor = openNameless(QFile::encodeName(d->beside({})));
+    if (descriptor < 0) {
+        QByteArray unfinished = QFile::encodeName(d->beside(u".quvana-XXXXXX"_s));
+        descriptor = ::mkstemp(unfinished.data()); // its mode is 0600
+        if (descriptor < 0)
+            throw notWritten(place, qt_error_string(errno));
+        d->path = QFile::decodeName(unfinished);
+    }
     d->file.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
 }
 
@@ -94,7 +129,7 @@ QIODevice &NewFile::device()
 
 QString NewFile::path() const
 {
-    return d->path;
+    return d->path.isEmpty() ? QFile::decodeName(nameOf(d->file.handle())) : d->path;
 }
 
 void NewFile::commit()
@@ -102,6 +137,9 @@ void NewFile::commit()
     d->file.finish();
     if (d->file.failure() != 0)
         throw notWritten(d->place, qt_error_string(d->file.failure()));
+    if (d->path.isEmpty())
+        d->giveName();
+    d->file.close();
     if (fileExists(d->place))
         replaceFile(d->path, d->place);
     else

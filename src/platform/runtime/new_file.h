@@ -6,9 +6,10 @@
 
 class QIODevice;
 
-/// A file in the making: it stands beside its place, readable by its owner alone, and is put there in one
-/// step when it is complete and durable. Until then, and when it is never committed, what stands at the place
-/// stays; the unfinished file is removed.
+/// A file in the making on the file system of its place, readable by its owner alone. It is put there in one
+/// step when it is complete and durable; until then, and when it is never committed, what stands at the place
+/// stays. Until the last step it has no name where the system can make such files, so that nothing is left of
+/// it even when the process is killed; elsewhere it stands beside its place and is removed.
 class NewFile
 {
 public:
@@ -21,7 +22,7 @@ public:
 
     /// To write to. A write that fails is remembered; commit() tells of it.
     QIODevice &device();
-    /// Where the unfinished file stands, for a library that opens files by their names itself.
+    /// A name for the unfinished file, for a library in this process that opens files by their names itself.
     QString path() const;
 
     /// The last step. @throws RuntimeError 75 with a clear description when not everything could be written
