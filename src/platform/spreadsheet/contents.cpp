@@ -73,6 +73,7 @@ Contents::HeadingCell &Contents::headingCell(int row, int column)
 {
     if (row < 0 || column < 0 || (m_rows && row >= m_copyRow))
         throw runtime_errors::invalidCall();
+    m_columns = std::max(m_columns, column + 1);
     return m_heading[{row, column}];
 }
 
@@ -92,6 +93,7 @@ void Contents::copy(int row, std::shared_ptr<const RowsShown> rows, int first)
     if (m_rows || row < headingRows())
         throw runtime_errors::invalidCall();
     m_rows = std::move(rows);
+    m_columns = std::max(m_columns, int(m_rows->fields().size()));
     m_first = first;
     m_copyRow = row;
 }
@@ -103,20 +105,12 @@ int Contents::headingRows() const
     return m_heading.empty() ? 0 : m_heading.rbegin()->first.first + 1;
 }
 
-int Contents::columns() const
-{
-    int count = m_rows ? int(m_rows->fields().size()) : 0;
-    for (const auto &[place, cell] : m_heading)
-        count = std::max(count, place.second + 1);
-    return count;
-}
-
 std::vector<Sheet> Contents::sheets(int rowsPerSheet) const
 {
     const int copied = copiedRows();
     const int room = rowsPerSheet - headingRows();
     if (room < std::min(copied, 1))
-        throw doesNotFit(u"A sheet of %L1 rows has no room for these."_s.arg(rowsPerSheet));
+        throw doesNotFit(u"A sheet of %1 rows has no room for these."_s.arg(rowsPerSheet));
     std::vector<Sheet> sheets;
     int first = 0;
     do {

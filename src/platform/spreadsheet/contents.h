@@ -44,7 +44,7 @@ public:
     /// @throws RuntimeError 5 when rows were copied before, and when a cell is set there
     void copy(int row, std::shared_ptr<const RowsShown> rows, int first);
 
-    int columns() const;
+    int columns() const noexcept { return m_columns; }
     /// The sheets that are needed when one has so many rows: at least one. The copied rows go on from sheet
     /// to sheet; what is above them stands on each. @throws RuntimeError 5 when that leaves no room for them
     std::vector<Sheet> sheets(int rowsPerSheet) const;
@@ -64,6 +64,7 @@ private:
 
     std::map<std::pair<int, int>, HeadingCell> m_heading; ///< by row and column
     std::shared_ptr<const RowsShown> m_rows;
+    int m_columns = 0;
     int m_first = 0;   ///< among m_rows
     int m_copyRow = 0; ///< where they start on a sheet
 };

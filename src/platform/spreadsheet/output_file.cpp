@@ -71,6 +71,8 @@ OutputFile::~OutputFile()
 
 void OutputFile::write(QByteArrayView bytes)
 {
+    if (bytes.isEmpty())
+        return;
     if (bytes.size() > bufferSize - m_used) {
         flush();
         if (bytes.size() > bufferSize) {

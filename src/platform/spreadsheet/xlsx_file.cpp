@@ -180,12 +180,12 @@ std::vector<SheetRows> Writer::finish()
 void writeXlsx(const Contents &contents, const QString &path, const QString &folder)
 {
     if (contents.columns() > columnsPerSheet)
-        throw doesNotFit(u"A sheet has %L1 columns."_s.arg(columnsPerSheet));
+        throw doesNotFit(u"A sheet has %1 columns."_s.arg(columnsPerSheet));
     Writer writer(contents, QFile::encodeName(path), QFile::encodeName(folder));
     for (const Sheet &sheet : contents.sheets(rowsPerSheet))
         writer.writeSheet(sheet);
     if (!isWholePackage(path, writer.finish()))
-        fail(errno);
+        fail(ENOSPC); // what makes the library lose bytes without a word
 }
 
 } // namespace spreadsheet

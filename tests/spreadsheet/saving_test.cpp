@@ -1,0 +1,133 @@
+#include "platform/runtime/runtime_error.h"
+#include "support/child_process.h"
+#include "support/failures.h"
+#include "support/printing.h"
+#include "support/scripted_dialogs.h"
+#include "workbook_reading.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace
+{
+
+const QString replaceQuestion =
+    u"The file already exists. Replace it?  الملف موجود مسبقاً. هل تريد استبداله؟"_s;
+
+/// A workbook's saving, and that it leaves nothing but what it should in its folder.
+class SavingTest : public testing::Test
+{
+protected:
+    SavingTest()
+    {
+        for (int row = 1; row <= 1000; ++row) {
+            book.setCell(row, 1, u"A text of row %1 that no other row has"_s.arg(row * 7919));
+            book.setCell(row, 2, row / 7.0);
+        }
+    }
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    QStringList files() const
+    {
+        return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+    /// The number and description of the failure.
+    QString failureAt(const QString &target)
+    {
+        try {
+            book.saveAs(target);
+        } catch (const RuntimeError &error) {
+            return error.numberText() + u": "_s + error.description();
+        }
+        return {};
+    }
+
+    QTemporaryDir m_folder;
+    ScriptedDialogs dialogs;
+    Workbook book;
+};
+
+TEST_F(SavingTest, AsksBeforeItReplaces)
+{
+    for (const char *name : {"x.xls", "x.xlsx", "x.txt"}) {
+        const QString target = path(QLatin1String(name));
+        writeFile(target, "old");
+        dialogs.expectNo(replaceQuestion);
+        EXPECT_EQ(failureAt(target), u"1004: Method 'SaveAs' of object '_Workbook' failed"_s);
+        EXPECT_EQ(bytesOf(target), "old");
+        dialogs.expectYes(replaceQuestion);
+        EXPECT_EQ(failureAt(target), QString());
+        EXPECT_NE(bytesOf(target), "old");
+    }
+    EXPECT_TRUE(QFile::link(u"x.txt"_s, path(u"link.txt"_s)));
+    dialogs.expectYes(replaceQuestion);
+    EXPECT_EQ(failureAt(path(u"link.txt"_s)), QString());
+    EXPECT_TRUE(QFileInfo(path(u"link.txt"_s)).isSymLink());
+    EXPECT_EQ(files(), (QStringList{u"link.txt"_s, u"x.txt"_s, u"x.xls"_s, u"x.xlsx"_s}));
+}
+
+TEST_F(SavingTest, RefusesWhatCannotBeSaved)
+{
+    QDir(m_folder.path()).mkdir(u"folder.xls"_s);
+    const std::pair<QString, QString> cases[]{
+        {path(u"x.ods"_s), u"75: %1 could not be saved: its name must end in .xls, .xlsx or .txt."_s},
+        {path(u"x"_s), u"75: %1 could not be saved: its name must end in .xls, .xlsx or .txt."_s},
+        {path(u"folder.xls"_s), u"75: %1 could not be saved: its name is that of a folder or a device."_s},
+        {path(u"none/x.xls"_s), u"76: %1 could not be saved: there is no such folder."_s},
+        {u"/sys/x.xlsx"_s, u"70: %1 could not be saved: the folder may not be written."_s},
+    };
+    for (const auto &[target, wanted] : cases)
+        EXPECT_EQ(failureAt(target), wanted.arg(target) + u" Nothing was changed."_s);
+    book.setCell(1001, 1, QString(32768, u'x'));
+    for (const char *name : {"x.xls", "x.xlsx"})
+        EXPECT_EQ(
+            failureAt(path(QLatin1String(name))),
+            u"5: A text of 32768 characters does not fit into a cell, which holds 32767. Save as .txt."_s);
+    book.setCell(1001, 1, {});
+    book.setCell(1, 257, 1);
+    EXPECT_EQ(failureAt(path(u"x.xls"_s)), u"5: A sheet of a .xls file has 256 columns. Save as .xlsx."_s);
+    EXPECT_EQ(failureAt(path(u"x.xlsx"_s)), QString());
+    Workbook high;
+    high.setCell(65537, 1, 1);
+    EXPECT_EQ(failureOf([&] { high.saveAs(path(u"x.xls"_s)); }), 5);
+    EXPECT_EQ(files(), (QStringList{u"folder.xls"_s, u"x.xlsx"_s}));
+}
+
+/// Whatever room there is: the save fails and the old file stays, or the new one is whole.
+TEST_F(SavingTest, ADiskThatFillsUpLeavesTheOldFile)
+{
+    signal(SIGXFSZ, SIG_IGN);
+    for (const char *name : {"x.xls", "x.xlsx", "x.txt"}) {
+        const QString target = path(QLatin1String(name));
+        const auto content = [&] {
+            return target.endsWith(u"txt") ? QString::fromUtf8(bytesOf(target)) : toldByPython(target);
+        };
+        book.saveAs(target);
+        const QString whole = content();
+        writeFile(target, "old");
+        rlim_t tooLittle = 0;
+        rlim_t enough = 4'000'000;
+        while (enough - tooLittle > 1) {
+            const rlim_t room = (tooLittle + enough) / 2;
+            dialogs.expectYes(replaceQuestion);
+            const rlim_t before = limitFileSize(room);
+            const QString failure = failureAt(target);
+            limitFileSize(before);
+            (failure.isEmpty() ? enough : tooLittle) = room;
+            if (failure.isEmpty()) {
+                EXPECT_TRUE(content() == whole) << name << " in " << room;
+                writeFile(target, "old");
+            } else {
+                EXPECT_EQ(failure,
+                          u"61: %1 could not be saved: the disk is full. Nothing was changed."_s.arg(target));
+                EXPECT_EQ(bytesOf(target), "old");
+            }
+        }
+    }
+    signal(SIGXFSZ, SIG_DFL);
+    EXPECT_EQ(files().size(), 3);
+}
+
+} // namespace
