@@ -10,6 +10,9 @@
 #include "presentation/prepare_screen.h"
 #include "shell/frmLogin.h"
 #include "shell/frmMain.h"
+#include "statements/frmGStatement.h"
+#include "statements/frmReports.h"
+#include "statements/frmStatement.h"
 #include "users/frmChangePassword.h"
 #include "users/frmChanges.h"
 #include "users/frmNewUser.h"
@@ -108,6 +111,19 @@ void pictureOfUsers(const QString &folder, const QString &suffix)
     engine.dbConnection->rollbackTrans();
 }
 
+/// The statements, that of a member with an archive to choose from, which is taken back.
+void picturesOfStatements(const QString &folder, const QString &suffix)
+{
+    engine.browseTable = u"ledger"_s;
+    engine.dbConnection->beginTrans();
+    engine.dbConnection->execute(u"select * into [ledger1] from [ledger]"_s);
+    engine.dbConnection->execute(u"insert into archives ([table],[archive],[interval]) "
+                                 "values ('ledger','ledger1','31/12/2003 - 01/01/2003')"_s);
+    pictureOf<frmStatement>(folder, suffix);
+    pictureOf<frmGStatement>(folder, suffix);
+    engine.dbConnection->rollbackTrans();
+}
+
 /// The login screen chooses Arabic by itself when it loads: for an English picture its own captions are put
 /// back.
 void pictureOfLogin(const QString &folder, const QString &suffix, bool arabic)
@@ -154,6 +170,8 @@ void takeTour(const QString &folder)
         pictureOf<frmDateConversion>(folder, suffix);
         pictureOf<frmAbout>(folder, suffix);
         pictureOf<frmInformation>(folder, suffix);
+        pictureOf<frmReports>(folder, suffix);
+        picturesOfStatements(folder, suffix);
         picturesOfBrowsers(folder, suffix);
     }
     engine = before;
