@@ -16,6 +16,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
@@ -68,6 +69,8 @@ void PreviewWindow::build()
     connect(m_view, &PageView::leftPage, this, [this](int step) {
         const int page = m_view->page() + step;
         run(m_texts.notShown, [&] { showPage(page); });
+        if (step < 0 && m_view->page() == page)
+            m_view->verticalScrollBar()->setValue(m_view->verticalScrollBar()->maximum());
     });
 
     addButton(*above, "cmdPrint", m_texts.print, &PreviewWindow::print);

@@ -144,7 +144,7 @@ double ReportBand::height(int row, const PageNumbers &pages)
     return layOut(row, pages, false);
 }
 
-double ReportBand::draw(QPainter &painter, double groundWidth, int row, const PageNumbers &pages)
+double ReportBand::draw(QPainter &painter, double top, double groundWidth, int row, const PageNumbers &pages)
 {
     const double height = layOut(row, pages, true);
     for (const Item &item : m_items) {
@@ -152,7 +152,7 @@ double ReportBand::draw(QPainter &painter, double groundWidth, int row, const Pa
         const double width = control.place.width();
         const double left =
             m_report.rightToLeft ? groundWidth - control.place.x() - width : control.place.x();
-        const QRectF place(left, item.top, width, item.height);
+        const QRectF place(left, top + item.top, width, item.height);
         if (item.font) {
             painter.setPen(colorOf(control.foreColor));
             item.font->draw(painter, place, item.text, item.style);

@@ -20,8 +20,8 @@ public:
     /// Lets no text make the band higher than that, so that each row fits on a page.
     void limitHeight(double limit);
     double height(int row, const PageNumbers &pages);
-    /// Draws it with its top edge at 0 on a ground of that width, and returns its height.
-    double draw(QPainter &painter, double groundWidth, int row, const PageNumbers &pages);
+    /// Draws it on a ground of that width, and returns its height.
+    double draw(QPainter &painter, double top, double groundWidth, int row, const PageNumbers &pages);
 
 private:
     struct Item {

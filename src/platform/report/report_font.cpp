@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr int twipsPerPoint = 20;
+constexpr QChar ellipsis(0x2026);
 
 QFont fontInTwips(const QString &family, int points, bool bold)
 {
@@ -40,7 +41,8 @@ QTextOption optionFor(const QString &text, const TextStyle &style, QTextOption::
 QString withLineFeeds(const QString &text)
 {
     const auto special = [](QChar c) {
-        return c == u'\r' || c == u'\t' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+        return c == u'\r' || c == u'\t' || c == u'\n' || c == QChar::LineSeparator ||
+               c == QChar::ParagraphSeparator;
     };
     if (std::none_of(text.cbegin(), text.cend(), special))
         return text;
@@ -50,18 +52,20 @@ QString withLineFeeds(const QString &text)
         if (special(c))
             c = c == u'\t' ? u' ' : u'\n';
     }
+    while (lines.endsWith(u'\n'))
+        lines.chop(1);
     return lines;
 }
 
 ReportFont::ReportFont(const QString &family, int points, bool bold)
     : m_font(fontInTwips(family, points, bold)), m_bounds(std::make_shared<WidthBounds>(QFontMetrics(m_font)))
 {
-    QTextLayout sample(u"\u00C1gjy \u0639\u062C\u0625\u0651\u064B"_s, m_font);
-    sample.beginLayout();
-    const QTextLine line = sample.createLine();
-    sample.endLayout();
-    m_ascent = line.ascent();
-    m_descent = line.descent();
+    // Arabic fonts leave room for marks upon marks, nearly twice what words with all their vowels need.
+    const QFontMetricsF metrics(m_font);
+    const QRectF ink =
+        metrics.tightBoundingRect(u"\u0644\u064E\u0623\u064F\u0645\u0651\u064B\u0627 \u062C\u0639\u064A"_s);
+    m_ascent = std::max(metrics.ascent(), -ink.top());
+    m_descent = std::max(metrics.descent(), ink.bottom());
 }
 
 bool ReportFont::fits(const QString &text, double width)
@@ -105,10 +109,12 @@ int ReportFont::breakIntoLines(const QString &text, const QRectF &place, const T
         if (lines == style.lines && (end < paragraph.size() || !isLast)) {
             QString rest = paragraph.mid(end);
             if (!isLast)
-                rest += QChar(0x2026);
+                rest += ellipsis;
             const QRectF lastLine = place.translated(0, (lines - 1) * lineHeight());
-            const QString elided =
+            QString elided =
                 QFontMetricsF(m_font).elidedText(rest, Qt::ElideRight, place.width(), Qt::TextSingleLine);
+            if (elided.isEmpty())
+                elided = ellipsis; // no room for a letter beside it
             drawInOneLine(*painter, lastLine, elided, style);
         }
     }
@@ -122,29 +128,46 @@ int ReportFont::linesOf(const QString &text, double width, const TextStyle &styl
     return breakIntoLines(text, QRectF(0, 0, width, 0), style, nullptr);
 }
 
+const ReportFont::Shaped &ReportFont::shaped(const QString &text, const TextStyle &style)
+{
+    constexpr qsizetype mostKept = 4000;
+    QHash<QString, Shaped> &known =
+        directionOf(text, style) == Qt::RightToLeft ? m_rightToLeft : m_leftToRight;
+    if (const auto found = known.constFind(text); found != known.constEnd())
+        return *found;
+    if (known.size() >= mostKept)
+        known.clear();
+    QTextLayout layout(text, m_font);
+    QTextOption option = optionFor(text, style, QTextOption::NoWrap);
+    option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(1e6);
+    line.setPosition({0, -line.ascent()});
+    layout.endLayout();
+    return *known.insert(text, {layout.glyphRuns(), line.horizontalAdvance()});
+}
+
 void ReportFont::drawInOneLine(QPainter &painter, const QRectF &place, const QString &text,
                                const TextStyle &style)
 {
-    QTextLayout layout(text, m_font);
-    layout.setTextOption(optionFor(text, style, QTextOption::NoWrap));
-    layout.beginLayout();
-    QTextLine line = layout.createLine();
-    line.setLineWidth(place.width());
-    const double width = line.naturalTextWidth();
-    const bool tooWide = width > place.width();
-    if (tooWide)
-        line.setLineWidth(width);
-    const double baseline = tooWide ? 0 : place.top() + m_ascent;
-    line.setPosition({tooWide ? 0 : place.left(), baseline - line.ascent()});
-    layout.endLayout();
-    if (!tooWide) {
-        line.draw(&painter, {});
+    const Shaped &line = shaped(text, style);
+    const double spare = place.width() - line.width;
+    const QPointF baseline(place.left(), place.top() + m_ascent);
+    if (spare >= 0) {
+        const double before = style.side & Qt::AlignHCenter ? spare / 2
+                              : style.side & Qt::AlignRight ? spare
+                                                            : 0;
+        for (const QGlyphRun &run : line.glyphs)
+            painter.drawGlyphRun(baseline + QPointF(before, 0), run);
         return;
     }
     painter.save();
-    painter.translate(place.left(), place.top() + m_ascent);
-    painter.scale(place.width() / width, place.width() / width);
-    line.draw(&painter, {});
+    painter.translate(baseline);
+    painter.scale(place.width() / line.width, place.width() / line.width);
+    for (const QGlyphRun &run : line.glyphs)
+        painter.drawGlyphRun({}, run);
     painter.restore();
 }
 

@@ -2,8 +2,10 @@
 
 #include "platform/ui/text_widths.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QRectF>
 #include <QtGui/QFont>
+#include <QtGui/QGlyphRun>
 
 #include <map>
 #include <memory>
@@ -33,6 +35,12 @@ public:
     void draw(QPainter &painter, const QRectF &place, const QString &text, const TextStyle &style);
 
 private:
+    /// A line of text with the glyphs that show it, from its left end on the baseline.
+    struct Shaped {
+        QList<QGlyphRun> glyphs;
+        double width = 0;
+    };
+    const Shaped &shaped(const QString &text, const TextStyle &style);
     bool fits(const QString &text, double width);
     void drawInOneLine(QPainter &painter, const QRectF &place, const QString &text, const TextStyle &style);
     /// Breaks a text into lines, draws them if there is a painter, and returns their number.
@@ -40,6 +48,8 @@ private:
 
     QFont m_font;
     std::shared_ptr<WidthBounds> m_bounds;
+    QHash<QString, Shaped> m_leftToRight; ///< many texts of a report come again and again
+    QHash<QString, Shaped> m_rightToLeft;
     double m_ascent = 0;
     double m_descent = 0;
 };
@@ -54,5 +64,5 @@ private:
     std::map<std::tuple<QString, int, bool>, std::shared_ptr<ReportFont>> m_fonts;
 };
 
-/// A text with line feeds as its only line breaks and blanks for its tabs.
+/// A text with line feeds as its only line breaks, none at its end, and blanks for its tabs.
 QString withLineFeeds(const QString &text);

@@ -111,7 +111,6 @@ ReportPages::Private::Private(const Report &shown, const QPageLayout &on)
     fit();
 }
 
-/// Page numbers take one line, whatever the page.
 double ReportPages::Private::height(Kind kind) const
 {
     return heights[std::size_t(kind)];
@@ -119,8 +118,9 @@ double ReportPages::Private::height(Kind kind) const
 
 void ReportPages::Private::fit()
 {
+    constexpr Kind fixed[] = {Kind::ReportHeader, Kind::PageHeader, Kind::PageFooter, Kind::ReportFooter};
     double width = 1;
-    for (const Kind kind : {Kind::ReportHeader, Kind::PageHeader, Kind::PageFooter, Kind::ReportFooter}) {
+    for (const Kind kind : fixed) {
         if (ReportBand *one = band(kind))
             heights[std::size_t(kind)] = one->height(0, {1, [] { return 1; }});
     }
@@ -131,6 +131,10 @@ void ReportPages::Private::fit()
                                                   height(Kind::ReportFooter)});
     scale = std::min({1.0, ground.width() / width, ground.height() / std::max(highest, 1.0)});
     groundHeight = ground.height() / scale;
+    for (const Kind kind : fixed) { // the same on every page
+        if (ReportBand *one = band(kind))
+            one->limitHeight(height(kind));
+    }
     if (ReportBand *rows = band(Kind::Detail))
         rows->limitHeight(groundHeight - onEachPage);
 }
@@ -231,13 +235,18 @@ void ReportPages::draw(QPainter &painter, int page, const QRectF &sheet)
     painter.translate(d->ground.topLeft());
     painter.scale(d->scale, d->scale);
 
-    const QTransform top = painter.transform();
+    const bool clipped = painter.hasClipping();
+    const QRectF clip = clipped ? painter.clipBoundingRect() : QRectF();
     double y = 0;
     const auto drawBand = [&](Kind kind, int row) {
-        if (ReportBand *band = d->band(kind)) {
-            painter.setTransform(QTransform::fromTranslate(0, y) * top);
-            y += band->draw(painter, width, row, numbers);
-        }
+        ReportBand *band = d->band(kind);
+        if (!band)
+            return;
+        const double height = clipped ? band->height(row, numbers) : 0;
+        if (clipped && (y > clip.bottom() || y + height < clip.top()))
+            y += height;
+        else
+            y += band->draw(painter, y, width, row, numbers);
     };
     if (page == 0)
         drawBand(Kind::ReportHeader, firstRow);
