@@ -17,7 +17,6 @@ struct Navigation {
     std::function<void()> showReports;
     std::function<void()> showAbout;
     std::function<void()> showDateConversion;
-    std::function<void()> showGenerateData;
     /// Makes a browser for `engine.browseTable`; it deletes itself when it is unloaded.
     std::function<Screen *()> newBrowser;
 };

@@ -2,6 +2,7 @@
 
 #include "core/engine.h"
 #include "core/navigation.h"
+#include "core/typed_input.h"
 #include "family/check_family.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
@@ -10,6 +11,7 @@
 #include "presentation/session_font.h"
 #include "presentation/vocabulary.h"
 #include "shell/maintenance.h"
+#include "tutorial/tutorial_mode.h"
 #include "ui_frmMain.h"
 
 #include <QtGui/QActionGroup>
@@ -69,18 +71,13 @@ void frmMain::Form_Load()
         button->setFont(font);
     }
     showTutorialState();
-    m_ui->lblTutorial->setVisible(engine.tutorialMode);
     showUser();
 }
 
 /// Behind this the store is closed before the other screens are.
 bool frmMain::Form_QueryUnload()
 {
-    const QList<Screen *> loaded = loadedScreens();
-    for (Screen *screen : loaded) {
-        if (loadedScreens().contains(screen)) // an answer may have closed it
-            ignoringErrors([screen] { screen->saveTyped(); });
-    }
+    saveTypedInput();
     return true;
 }
 
@@ -105,6 +102,7 @@ void frmMain::Form_Unload()
 
 void frmMain::showTutorialState()
 {
+    m_ui->lblTutorial->setVisible(engine.tutorialMode);
     m_ui->mnuGenerateData->setVisible(engine.tutorialMode);
     m_ui->mnuStartTutorial->setVisible(!engine.tutorialMode);
     m_ui->mnuStopTutorial->setVisible(engine.tutorialMode);
@@ -254,17 +252,23 @@ void frmMain::mnuCompact_Click()
     maintainStore();
 }
 
-// The tutorial itself comes with a later version: its introduction, start and stop do nothing yet.
-void frmMain::mnuTutorial_Click() {}
-void frmMain::mnuStartTutorial_Click() {}
-void frmMain::mnuStopTutorial_Click() {}
+void frmMain::mnuTutorial_Click()
+{
+    showTutorialIntroduction();
+}
+
+void frmMain::mnuStartTutorial_Click()
+{
+    startTutorial([this] { showTutorialState(); });
+}
 
 void frmMain::mnuGenerateData_Click()
 {
     showTutorialState();
-    if (engine.tutorialMode)
-        go(navigation.showGenerateData);
-    else
-        showMessage(engine.isArabic ? u"يجب أن تبدأ التمرين أولاً!"_s
-                                    : u"You have to Start the tutorial first!"_s);
+    generateData();
+}
+
+void frmMain::mnuStopTutorial_Click()
+{
+    stopTutorial([this] { showTutorialState(); });
 }

@@ -1,6 +1,7 @@
 #include "shell/maintenance.h"
 
 #include "core/engine.h"
+#include "core/typed_input.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/ui/dialogs.h"
@@ -33,6 +34,7 @@ void maintainStore()
 {
     showMessage(u"Please wait..  database is being maintained"_s + u"\r\n"_s + u"\r\n"_s +
                 u"فضلا إنتظر قليلا حتى تتم صيانة قاعدة البيانات"_s);
+    saveTypedInput();
     if (engine.dbConnection->isOpen())
         engine.dbConnection->close();
     {

@@ -153,17 +153,8 @@ TEST_F(MainScreenTest, AsksForATypedCorrectionBeforeItClosesTheStore)
     EXPECT_EQ(rows(u"select transactiondetail from general"_s), QStringList{u"rent"_s});
 }
 
-TEST_F(MainScreenTest, ShowsTheTutorialsEntriesByItsStateAndClosesEverything)
+TEST_F(MainScreenTest, ClosesEverything)
 {
-    ScriptedDialogs dialogs;
-    for (const bool running : {true, false}) {
-        engine.tutorialMode = running;
-        if (!running)
-            dialogs.expectMessage(u"You have to Start the tutorial first!"_s);
-        control<QAction>(screen, "mnuGenerateData").trigger();
-        EXPECT_EQ(isShown(screen, "mnuGenerateData") && isShown(screen, "mnuStopTutorial"), running);
-        EXPECT_EQ(isShown(screen, "mnuStartTutorial"), !running);
-    }
     Screen other(u"frmOther"_s);
     other.load();
     engine.dbConnection->beginTrans(); // closing fails now: ignored
