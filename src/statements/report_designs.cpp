@@ -23,8 +23,8 @@ constexpr int rest = 0; ///< the width that the other columns leave
 constexpr Column ledgerColumns[] = {
     {u"Label13", u"Number", u"Text7", u"id", 1000},
     {u"Label5", u"Note", u"Text1", u"transactiondetail", rest},
-    {u"Label10", u"Information", u"Text3", u"gtype", 1620},
-    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1200},
+    {u"Label10", u"Information", u"Text3", u"gtype", 1750},
+    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1280},
     {u"Label3", u"Amount", u"Text2", u"amount", 1750},
     {u"Label4", u"CR/DR", u"Text6", u"creditordebit", 950},
     {u"Label6", u"Date", u"Text5", u"ddate", 1350},
@@ -45,9 +45,9 @@ constexpr Column generalColumns[] = {
     {u"Label13", u"Number", u"Text8", u"transactionid", 1000},
     {u"Label6", u"Date", u"Text5", u"ddate", 1350},
     {u"Label3", u"Amount", u"Text2", u"amount", 1750},
-    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1200},
+    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1280},
     {u"Label5", u"Note", u"Text1", u"transactiondetail", rest},
-    {u"Label10", u"Information", u"Text3", u"paymentdetail", 1620},
+    {u"Label10", u"Information", u"Text3", u"paymentdetail", 1750},
     {u"Label4", u"Type", u"Text6", u"gtype", 1350},
 };
 
