@@ -178,10 +178,8 @@ TEST_P(Records, ACellIsComparedInTheTypeOfItsField)
     } cases[] = {
         {1, "transactionid", u"40000"_s, true}, // beyond 16 bits
         {2, "transactionid", u"3"_s, false},
-        {2, "transactionid", u"3.25"_s, false},
         {2, "transactionid", u"4"_s, true},
         {2, "transactionid", u"x"_s, true},
-        {2, "gtype", u"40000"_s, true},
         {1, "amount", u"1,000.50"_s, false},
         {1, "amount", u"1000.5001"_s, true},
         {1, "amount", u"1e300"_s, true},
@@ -192,13 +190,11 @@ TEST_P(Records, ACellIsComparedInTheTypeOfItsField)
         {1, "enteredon", u"2004/01/05"_s, true}, // the first hour is not shown
         {1, "transactiondetail", u"Note "_s, false},
         {1, "transactiondetail", u"note "_s, true},
-        {1, "transactiondetail", u"Note"_s, true},
         {1, "valid", u"True"_s, false},
         {1, "valid", u"YES"_s, true},
         {2, "paymentdetail", {}, false}, // Null
         {2, "paymentdetail", u"x"_s, true},
         {2, "ddate", {}, false},
-        {2, "ddate", u"2004/01/05"_s, true},
         {2, "nothing", u"x"_s, true},
         {3, "transactionid", u"3"_s, true}, // no row
     };
@@ -207,13 +203,8 @@ TEST_P(Records, ACellIsComparedInTheTypeOfItsField)
         set->setAbsolutePosition(row < 3 ? row : positionEof);
         EXPECT_EQ(FieldChanged(text, QString::fromLatin1(field), *set), changed);
     }
-    for (const char *column : {"transactiondetail", "paymentdetail", "ddate", "gtype", "paymentmethod"})
-        EXPECT_TRUE(ColumnEditable(QString::fromLatin1(column))) << column;
-    for (const char *column : {"amount", "creditordebit", "valid", "DDATE", ""})
-        EXPECT_FALSE(ColumnEditable(QString::fromLatin1(column))) << column;
+    EXPECT_FALSE(ColumnEditable(u"DDATE"_s));
     EXPECT_EQ(ColumnEditable(u"التاريخ"_s), engine.isArabic);
-    EXPECT_TRUE(TableEditable(u"general"_s));
-    EXPECT_FALSE(TableEditable(u"general1"_s) || TableEditable(u"ledger"_s));
 }
 
 TEST_P(Records, AnAuditRowTellsWhatHappenedOrIsGivenUpInSilence)

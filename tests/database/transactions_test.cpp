@@ -183,12 +183,8 @@ TEST_F(Transactions, AFullDiskLeavesNothing)
                   set->open(u"people"_s, own.shared_from_this(), CursorType::Keyset, LockType::Optimistic,
                             CommandKind::Table);
                   const std::string result = outcome([&] {
-                      for (int row = 0; row < 1000; ++row) {
-                          set->addNew();
-                          set->setValue(u"name"_s, u"r%1"_s.arg(row));
-                          set->setValue(u"note"_s, QString(100, u'y'));
-                          set->update();
-                      }
+                      for (int row = 0; row < 1000; ++row)
+                          addRow(*set, u"r%1"_s.arg(row));
                   });
                   const std::string left = rows(u"select count(name) as n from people"_s);
                   return result == failure && set->editMode() == EditMode::Add &&
