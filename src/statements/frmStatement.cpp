@@ -10,6 +10,8 @@
 #include "store/archive_tables.h"
 #include "ui_frmStatement.h"
 
+#include <QtWidgets/QLineEdit>
+
 using namespace Qt::Literals::StringLiterals;
 
 frmStatement::frmStatement() : StatementScreen(u"frmStatement"_s), m_ui(std::make_unique<Ui::frmStatement>())
@@ -25,6 +27,8 @@ frmStatement::~frmStatement() = default;
 void frmStatement::Form_Load()
 {
     PrepareScreen(*this);
+    m_ui->Combo1->lineEdit()->setAlignment((engine.isArabic ? Qt::AlignRight : Qt::AlignLeft) |
+                                           Qt::AlignAbsolute); // names of the other language too
     beginStatement();
     m_ledgerTable = u"ledger"_s;
     // The table that a browser was opened on last, whatever it is: that is meant.
