@@ -14,14 +14,6 @@ namespace
 
 constexpr double hair = 0.3; // points
 
-QString joined(const QList<Word> &words)
-{
-    QStringList texts;
-    for (const Word &word : words)
-        texts << word.text;
-    return texts.join(u' ');
-}
-
 TEST_F(ReportFixture, RepeatsHeadersNeverCutsARowAndSumsOnTheLastPage)
 {
     showMany(150, u"0.3333"_s);
@@ -105,7 +97,7 @@ TEST_F(ReportFixture, WrapsALongNoteAndElidesOneThatNoPageHasRoomFor)
     report.sections[2].controls[1].place.setWidth(250);
     report.sections[2].controls[1].fontSize = 24;
     words = saved();
-    EXPECT_TRUE(joined(words).contains(QChar(0x2026)));
+    EXPECT_EQ(find(words, u"..."_s).size(), 1);
     EXPECT_EQ(find(words, u"2"_s).value(0).page, words.last().page);
     for (const Word &part : std::as_const(words))
         EXPECT_LT(part.bottom, 842) << part.text.toStdString();
