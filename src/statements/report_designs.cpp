@@ -31,13 +31,13 @@ constexpr Column ledgerColumns[] = {
 };
 
 constexpr Column ledgerAllColumns[] = {
-    {u"Label14", u"Number", u"Text8", u"id", 1000},
-    {u"Label13", u"Name", u"Text7", u"name", 1200},
+    {u"Label14", u"Number", u"Text8", u"id", 980},
+    {u"Label13", u"Name", u"Text7", u"name", 1150},
     {u"Label5", u"Note", u"Text1", u"transactiondetail", rest},
-    {u"Label10", u"Information", u"Text3", u"gtype", 1300},
-    {u"Label11", u"Method", u"Text4", u"paymentmethod", 1050},
-    {u"Label3", u"Amount", u"Text2", u"amount", 1750},
-    {u"Label4", u"CR/DR", u"Text6", u"creditordebit", 1050},
+    {u"Label10", u"Information", u"Text3", u"gtype", 1480},
+    {u"Label11", u"Method", u"Text4", u"paymentmethod", 980},
+    {u"Label3", u"Amount", u"Text2", u"amount", 1700},
+    {u"Label4", u"CR/DR", u"Text6", u"creditordebit", 1000},
     {u"Label6", u"Date", u"Text5", u"ddate", 1350},
 };
 
@@ -70,6 +70,7 @@ constexpr int columnGap = 160;
 constexpr int lineHeight = 320; // of 12 points
 constexpr int titleHeight = 2 * lineHeight;
 constexpr int ruleGap = 50; // between a line and the texts beside it
+constexpr int rowGap = 80;
 
 // The sign is the currency's own in both languages.
 const QString amountFormat = u"\"ر.س.\u200F\" #,##0"_s;
@@ -170,7 +171,7 @@ ReportSection pageHeader(std::span<const Column> columns)
 
 ReportSection detail(std::span<const Column> columns, const QString &dateFormat)
 {
-    ReportSection section{ReportSection::Kind::Detail, u"Section1"_s, lineHeight + ruleGap, {}};
+    ReportSection section{ReportSection::Kind::Detail, u"Section1"_s, lineHeight + rowGap, {}};
     const std::vector<QRect> places = placesOf(columns);
     for (size_t i = 0; i < columns.size(); ++i) {
         ReportControl box{.type = Type::TextBox,
