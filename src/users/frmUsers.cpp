@@ -10,7 +10,7 @@
 #include "users/frmNewUser.h"
 
 #include <QtCore/QScopedValueRollback>
-#include <QtGui/QFocusEvent>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QScrollBar>
 
@@ -36,7 +36,8 @@ frmUsers::frmUsers() : Screen(u"frmUsers"_s), m_ui(std::make_unique<Ui::frmUsers
     connect(grid, &BoundGrid::rowColChange, this, &frmUsers::grdDataGrid_RowColChange);
     for (QScrollBar *bar : {grid->horizontalScrollBar(), grid->verticalScrollBar()})
         connect(bar, &QScrollBar::valueChanged, this, &frmUsers::hideRanks); // its cell moves away
-    m_ui->ComboRank->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget *, const QWidget *now) { followFocus(now); });
     connect(m_ui->ComboRank, &QComboBox::activated, this, &frmUsers::ComboRank_Click);
     connect(m_ui->cmdAdd, &QPushButton::clicked, this, &frmUsers::cmdAdd_Click);
     connect(m_ui->cmdDelete, &QPushButton::clicked, this, &frmUsers::cmdDelete_Click);
@@ -49,7 +50,10 @@ frmUsers::frmUsers() : Screen(u"frmUsers"_s), m_ui(std::make_unique<Ui::frmUsers
     connect(m_ui->mnuExit, &QAction::triggered, this, &frmUsers::mnuExit_Click);
 }
 
-frmUsers::~frmUsers() = default;
+frmUsers::~frmUsers()
+{
+    qApp->disconnect(this);
+}
 
 void frmUsers::trapping(const std::function<void()> &command)
 {
@@ -190,6 +194,7 @@ void frmUsers::grdDataGrid_ButtonClick()
     const QSize size = cell.size().expandedTo(ranks.sizeHint());
     const int left = std::max(cell.right() + 1 - size.width(), grid.x());
     ranks.setGeometry({QPoint(left, cell.top() - (size.height() - cell.height()) / 2), size});
+    ranks.setLayoutDirection(grid.layoutDirection());
     ranks.setCurrentIndex(ranks.findText(grid.text()));
     ranks.show();
     ranks.raise();
@@ -209,12 +214,11 @@ void frmUsers::hideRanks()
     m_ui->ComboRank->hide();
 }
 
-bool frmUsers::eventFilter(QObject *watched, QEvent *event)
+/// Its own list is another window.
+void frmUsers::followFocus(const QWidget *now)
 {
-    if (watched == m_ui->ComboRank && event->type() == QEvent::FocusOut &&
-        static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+    if (now && now->window() == this && now != m_ui->ComboRank)
         m_ui->ComboRank->hide();
-    return Screen::eventFilter(watched, event);
 }
 
 bool frmUsers::Form_KeyDown(QKeyEvent *event)

@@ -32,7 +32,6 @@ protected:
     void Form_Unload() override;
     void Form_Resize() override;
     bool Form_KeyDown(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void adoPrimaryRS_WillChangeRecord(RecordChange &change);
@@ -49,6 +48,7 @@ private:
     void bindGrid();
     void fitColumns();
     void hideRanks();
+    void followFocus(const QWidget *now);
     void navigate(RecordMove move);
     /// Runs a command that shows its failure's description and leaves.
     void trapping(const std::function<void()> &command);

@@ -6,6 +6,7 @@
 #include "users/frmUsers.h"
 
 #include <QtTest/QtTest>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QToolButton>
@@ -188,9 +189,13 @@ TEST_F(UsersTest, TakesTheRankFromAListOverItsCell)
     auto &ranks = control<QComboBox>(*screen, "ComboRank");
     const auto press = [&] { grid->findChild<QToolButton *>()->click(); };
     press();
+    savePicture(*screen, u"frmUsers-ranks.png"_s);
     EXPECT_EQ(ranks.currentText() + ranks.itemText(0) + ranks.itemText(ranks.count() - 1), u"209"_s);
     EXPECT_TRUE(ranks.geometry().contains(grid->cellRect().translated(grid->pos()).center()));
-    pressKey(*screen, Qt::Key_Escape);
+    ranks.showPopup();
+    EXPECT_TRUE(ranks.view()->isVisible());
+    ranks.hidePopup();
+    pressKey(ranks, Qt::Key_Escape);
     EXPECT_FALSE(ranks.isVisible());
     press();
     click(*screen, "cmdNext"); // the focus goes
@@ -285,8 +290,11 @@ TEST_F(UsersTest, LosesNoEditWhenItIsClosedOrTheStoreFails)
     EXPECT_TRUE(screen->isLoaded());
     EXPECT_EQ(user(u"agent"_s), u"N|2|True"_s);
     engine.userRank = 3;
-    change();
-    pressKey(*grid, Qt::Key_Left);
+    open();
+    stand(0, 2);
+    pressKey(*grid, Qt::Key_F2);
+    fill(*screen->focusWidget(), u"M"_s);
+    pressKey(*screen, Qt::Key_End); // moves in the cell, which stays open
     dialogs.expectYes(save);
     screen->saveTyped(); // as the end of the program does
     EXPECT_EQ(user(u"agent"_s), u"M|2|True"_s);

@@ -53,6 +53,7 @@ TEST_F(NewUserTest, WritesTheFirstUserWhateverTheRank)
         EXPECT_TRUE(dialogs.shown().back().text.startsWith(u"Run-time error '"_s + number));
     }
     EXPECT_EQ(rows(u"select * from users"_s), QStringList(row));
+    EXPECT_EQ(rows(u"select * from audit_users"_s), QStringList()); // new users leave none
 }
 
 TEST_F(NewUserTest, RefusesInTheToldOrder)
@@ -101,6 +102,7 @@ TEST_F(NewUserTest, ShowsTheRightsOfARankInTheSessionsLanguage)
     EXPECT_EQ(rights(false, u"1"_s), u"view"_s);
     EXPECT_EQ(rights(false, u"2"_s), u"Add Delete Modify View Reports"_s);
     EXPECT_EQ(rights(false, u"3"_s), u"add delete modify view reports"_s);
+    EXPECT_EQ(rights(true, u"3"_s), u"إضافه حذف تعديل مشاهده كشوفات"_s);
     EXPECT_EQ(rights(true, u"2"_s), u"تعديل مشاهده كشوفات"_s);
 }
 
