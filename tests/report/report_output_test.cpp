@@ -111,7 +111,9 @@ TEST_F(ReportFixture, GivesHighLettersRoomAndShrinksAWideDesignToThePaper)
             each.place.moveLeft(each.place.x() * 2);
         }
     }
+    report.sections[0].controls.push_back(made(ReportControl::Type::Image, {column, 0, 100, 700}, {}));
     const QList<Word> words = saved();
+    EXPECT_EQ(find(words, u"Second"_s).size(), 1);
     EXPECT_GT(find(words, u"b"_s).value(0).top, find(words, u"a"_s).value(0).bottom - 6);
     for (const QString &text : {u"Amount"_s, u"1,000.0000"_s, u"999.5000"_s})
         EXPECT_LT(find(words, text).value(0).right, 595 - 36 + hair) << text.toStdString();

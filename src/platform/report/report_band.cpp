@@ -144,6 +144,14 @@ double ReportBand::height(int row, const PageNumbers &pages)
     return layOut(row, pages, false);
 }
 
+void ReportBand::holdLines()
+{
+    for (Item &item : m_items) {
+        if (item.font)
+            item.style.lines = std::max(1, int(item.height / item.font->lineHeight() + 1e-6));
+    }
+}
+
 double ReportBand::draw(QPainter &painter, double top, double groundWidth, int row, const PageNumbers &pages)
 {
     const double height = layOut(row, pages, true);

@@ -20,6 +20,8 @@ public:
     /// Lets no text make the band higher than that, so that each row fits on a page.
     void limitHeight(double limit);
     double height(int row, const PageNumbers &pages);
+    /// Lets no text take more lines than in the row whose height was asked for last.
+    void holdLines();
     /// Draws it on a ground of that width, and returns its height.
     double draw(QPainter &painter, double top, double groundWidth, int row, const PageNumbers &pages);
 

@@ -120,9 +120,12 @@ void ReportPages::Private::fit()
 {
     constexpr Kind fixed[] = {Kind::ReportHeader, Kind::PageHeader, Kind::PageFooter, Kind::ReportFooter};
     double width = 1;
-    for (const Kind kind : fixed) {
-        if (ReportBand *one = band(kind))
-            heights[std::size_t(kind)] = one->height(0, {1, [] { return 1; }});
+    for (const Kind kind : fixed) { // as high on every page
+        ReportBand *one = band(kind);
+        if (!one)
+            continue;
+        heights[std::size_t(kind)] = one->height(0, {1, [] { return 1; }});
+        one->holdLines();
     }
     for (const auto &one : bands)
         width = std::max(width, one ? one->width() : 0);
@@ -131,10 +134,6 @@ void ReportPages::Private::fit()
                                                   height(Kind::ReportFooter)});
     scale = std::min({1.0, ground.width() / width, ground.height() / std::max(highest, 1.0)});
     groundHeight = ground.height() / scale;
-    for (const Kind kind : fixed) { // the same on every page
-        if (ReportBand *one = band(kind))
-            one->limitHeight(height(kind));
-    }
     if (ReportBand *rows = band(Kind::Detail))
         rows->limitHeight(groundHeight - onEachPage);
 }
