@@ -100,12 +100,17 @@ TEST_F(PreviewFixture, PrintsTheChosenPagesAndTellsThatAPrinterRefuses)
         printer.setFromTo(2, 3);
         printer.setCopyCount(2);
     });
-    dialogs.expectPrint([](QPrinter &printer) { printer.setOutputFileName({}); });
+    dialogs.expectPrint([](QPrinter &printer) {
+        printer.setOutputFileName({});
+        printer.setPageSize(QPageSize(QPageSize::A3));
+    });
     dialogs.expectMessage(u"The printer did not take the report.\n\nPrinter error"_s);
     dialogs.expectPrint({});
     preview([this](PreviewWindow &window) {
+        pressKey(window, Qt::Key_End);
         for (int i = 0; i < 3; ++i)
             pressKey(window, Qt::Key_P, Qt::ControlModifier);
+        EXPECT_EQ(page(window), u"3"_s); // of the larger paper
     });
     QStringList pages;
     for (const Word &word : wordsOf(pdf)) {

@@ -119,6 +119,20 @@ TEST_F(ReportFixture, GivesHighLettersRoomAndShrinksAWideDesignToThePaper)
         EXPECT_LT(find(words, text).value(0).right, 595 - 36 + hair) << text.toStdString();
 }
 
+TEST_F(ReportFixture, ShowsATitleHigherThanThePaperNoRowsAndNoBands)
+{
+    for (int i = 0; i < 100; ++i)
+        report.title += u"\r\ntitle%1"_s.arg(i);
+    show({});
+    const QList<Word> words = saved();
+    EXPECT_EQ(words.last().page, find(words, u"0.0000"_s).value(0).page);
+    EXPECT_LT(find(words, u"title99"_s).value(0).bottom, find(words, u"Number"_s).value(0).top);
+    report.sections.clear();
+    EXPECT_TRUE(saved().isEmpty());
+    report.dataSource.reset();
+    EXPECT_EQ(failureOf([this] { saveReportAsPdf(report, pdf); }), 91);
+}
+
 TEST_F(ReportFixture, FindsPagesOnlyAsFarAsTheyAreAskedFor)
 {
     showMany(2000, u"1"_s);

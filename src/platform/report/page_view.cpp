@@ -26,8 +26,9 @@ PageView::PageView(ReportPages &pages, const QString &failureText)
 
 void PageView::setPages(ReportPages &pages)
 {
+    if (!pages.hasPage(m_page))
+        m_page = pages.count() - 1;
     m_pages = &pages;
-    m_page = std::min(m_page, pages.count() - 1);
     layOut();
 }
 

@@ -325,6 +325,7 @@ void PreviewWindow::print()
             auto pages = std::make_unique<ReportPages>(m_report, reportPaper());
             m_view->setPages(*pages);
             m_pages = std::move(pages);
+            m_counting.start();
             tellPages();
         }
         putOut(m_texts.printed,
