@@ -12,6 +12,7 @@
 #include "platform/ui/application.h"
 #include "platform/ui/screen.h"
 #include "player.h"
+#include "practising.h"
 #include "store/connection_strings.h"
 #include "story.h"
 #include "tour.h"
@@ -86,6 +87,7 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playExpense(player, story);
     playBrowsers(player, story);
     playCorrections(player, story);
+    playPractice(player, story);
     playConversion(player);
     playEnd(player, lastly);
     player.play();

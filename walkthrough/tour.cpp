@@ -5,6 +5,7 @@
 #include "entry/frmExpense.h"
 #include "entry/frmRevenue.h"
 #include "family/frmMembers.h"
+#include "hand.h"
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
 #include "presentation/prepare_screen.h"
@@ -13,6 +14,8 @@
 #include "statements/frmGStatement.h"
 #include "statements/frmReports.h"
 #include "statements/frmStatement.h"
+#include "tutorial/frmGenerateData.h"
+#include "tutorial/tutorial_mode.h"
 #include "users/frmChangePassword.h"
 #include "users/frmChanges.h"
 #include "users/frmNewUser.h"
@@ -23,6 +26,7 @@
 #include "utilities/frmSelectDates.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QHash>
 
 using namespace Qt::Literals::StringLiterals;
@@ -124,6 +128,27 @@ void picturesOfStatements(const QString &folder, const QString &suffix)
     engine.dbConnection->rollbackTrans();
 }
 
+/// The main screen with the tutorial's marks, and the generator in the middle of a run: on a copy of the
+/// store, which goes again.
+void picturesOfTutorial(const QString &folder, const QString &suffix)
+{
+    QFile::copy(engine.activeStorePath, engine.testStorePath);
+    engine.tutorialMode = true;
+    pictureOf<frmMain>(folder, u"-tutorial"_s + suffix);
+    {
+        frmGenerateData screen;
+        screen.load();
+        screen.show();
+        for (const char *label : {"Label3", "Label4"})
+            setCaption(hand::find(screen, label), u"2000"_s);
+        takePicture(screen, folder + u'/' + screen.objectName() + suffix);
+        screen.unload();
+    }
+    engine.tutorialMode = false;
+    attachStore(engine.connectionString);
+    QFile::remove(engine.testStorePath);
+}
+
 /// The login screen chooses Arabic by itself when it loads: for an English picture its own captions are put
 /// back.
 void pictureOfLogin(const QString &folder, const QString &suffix, bool arabic)
@@ -173,6 +198,7 @@ void takeTour(const QString &folder)
         pictureOf<frmReports>(folder, suffix);
         picturesOfStatements(folder, suffix);
         picturesOfBrowsers(folder, suffix);
+        picturesOfTutorial(folder, suffix);
     }
     engine = before;
 }

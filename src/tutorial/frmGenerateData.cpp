@@ -43,6 +43,9 @@ frmGenerateData::~frmGenerateData() = default;
 void frmGenerateData::Form_Load()
 {
     PrepareScreen(*this);
+    const QString count = engine.isArabic ? u"عدد العمليات"_s : u"Number of transactions"_s;
+    m_ui->Text1->setToolTip(count); // no label stands beside it
+    setAccessibleText(m_ui->Text1, count);
     m_familyRead = false;
     attachStore(engine.testConnectionString); // whatever was attached
     if (familyIsFit())
