@@ -4,11 +4,11 @@
 #include "statements/statement_sql.h"
 #include "store/logical_tables.h"
 #include "support/failures.h"
+#include "support/pdf_reading.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QRegularExpression>
 
 namespace
 {
@@ -53,10 +53,7 @@ protected:
         const QString path = QDir(qEnvironmentVariable("QUVANA_PICTURES", folder()))
                                  .filePath(name + (engine.isArabic ? u"-arabic.pdf"_s : u"-english.pdf"_s));
         saveReportAsPdf(report, path);
-        QString text =
-            outputOf(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s}).normalized(QString::NormalizationForm_KC);
-        static const QRegularExpression directions(u"[\u200E\u200F\u202A-\u202E\u2066-\u2069]"_s);
-        return text.remove(directions).split(u'\f', Qt::SkipEmptyParts);
+        return textOfPdf(path).split(u'\f', Qt::SkipEmptyParts);
     }
 
     /// The first line that has the words, each behind the other as the language reads; empty without one.
