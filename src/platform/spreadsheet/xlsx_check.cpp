@@ -4,7 +4,9 @@
 #include <QtCore/QFile>
 #include <minizip/unzip.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <functional>
 #include <system_error>
 #include <unistd.h>
 #include <zlib.h>
@@ -28,57 +30,42 @@ quint32 crcOf(quint32 before, QByteArrayView bytes)
     return quint32(crc32(before, reinterpret_cast<const Bytef *>(bytes.data()), uInt(bytes.size())));
 }
 
-/// Takes a part piece by piece: where it is a sheet, adds its rows up.
-class PartReader
-{
-public:
-    explicit PartReader(const SheetRows *wanted) : m_wanted(wanted) {}
-
-    void take(QByteArrayView piece)
-    {
-        if (m_wanted && m_wanted->size > 0)
-            takeRows(piece);
-        m_end = (m_end + piece.last(std::min(piece.size(), endSize)).toByteArray()).right(endSize);
-    }
-    bool isWhole() const
-    {
-        if (!m_wanted)
-            return m_end.trimmed().endsWith('>');
-        return m_end.endsWith("</worksheet>") && m_rows.size == m_wanted->size && m_rows.crc == m_wanted->crc;
-    }
-
-private:
-    void takeRows(QByteArrayView piece)
-    {
-        constexpr QByteArrayView opening = "<sheetData>";
-        if (!m_inRows) { // it stands in the first piece
-            const qsizetype at = piece.indexOf(opening);
-            if (at < 0)
-                return;
-            m_inRows = true;
-            piece = piece.sliced(at + opening.size());
-        }
-        const QByteArrayView rows = piece.first(std::min(qint64(piece.size()), m_wanted->size - m_rows.size));
-        m_rows.crc = crcOf(m_rows.crc, rows);
-        m_rows.size += rows.size();
-    }
-
-    static constexpr qsizetype endSize = 32;
-    const SheetRows *m_wanted;
-    SheetRows m_rows;
-    bool m_inRows = false;
-    QByteArray m_end;
-};
-
-bool isWholePart(unzFile package, PartReader reader)
+/// Unpacks the part that the package stands on, which compares its checksum, and hands it over piece by
+/// piece.
+bool unpack(unzFile package, const std::function<void(QByteArrayView piece)> &take)
 {
     if (unzOpenCurrentFile(package) != UNZ_OK)
         return false;
     QByteArray piece(pieceSize, Qt::Uninitialized);
     int size = 0;
     while ((size = unzReadCurrentFile(package, piece.data(), pieceSize)) > 0)
-        reader.take(QByteArrayView(piece).first(size));
-    return unzCloseCurrentFile(package) == UNZ_OK && size == 0 && reader.isWhole();
+        take(QByteArrayView(piece).first(size));
+    return unzCloseCurrentFile(package) == UNZ_OK && size == 0;
+}
+
+bool isWholePart(unzFile package)
+{
+    QByteArray part;
+    return unpack(package, [&](QByteArrayView piece) { part += piece; }) && part.trimmed().endsWith('>');
+}
+
+/// Whether a sheet is what stands before its rows, these, and what stands behind, by its checksum.
+bool isWholeSheet(unzFile package, const SheetRows &rows, quint32 checksum)
+{
+    constexpr QByteArrayView opening = "<sheetData>"; // in the first piece; there is none without rows
+    QByteArray before;
+    QByteArray behind;
+    qint64 position = 0;
+    const bool unpacked = unpack(package, [&](QByteArrayView piece) {
+        if (position == 0)
+            before = piece.first(rows.size > 0 ? piece.indexOf(opening) + opening.size() : 0).toByteArray();
+        const qint64 toGo = before.size() + rows.size - position;
+        behind += piece.sliced(std::clamp<qint64>(toGo, 0, piece.size()));
+        position += piece.size();
+    });
+    const uLong wanted =
+        crc32_combine(crc32_combine(crcOf(0, before), rows.crc, rows.size), crcOf(0, behind), behind.size());
+    return unpacked && behind.endsWith("</worksheet>") && wanted == checksum;
 }
 
 } // namespace
@@ -106,12 +93,14 @@ bool isWholePackage(const QString &path, const std::vector<SheetRows> &sheets)
     int code = unzGoToFirstFile(package.get());
     for (; code == UNZ_OK; code = unzGoToNextFile(package.get())) {
         QByteArray name(256, '\0');
-        unzGetCurrentFileInfo64(package.get(), nullptr, name.data(), uLong(name.size()), nullptr, 0, nullptr,
+        unz_file_info64 info{};
+        unzGetCurrentFileInfo64(package.get(), &info, name.data(), uLong(name.size()), nullptr, 0, nullptr,
                                 0);
         const bool isSheet = name.startsWith(sheetFolder); // they come in their order
         if (isSheet && met == sheets.size())
             return false;
-        if (!isWholePart(package.get(), PartReader(isSheet ? &sheets[met++] : nullptr)))
+        if (!(isSheet ? isWholeSheet(package.get(), sheets[met++], quint32(info.crc))
+                      : isWholePart(package.get())))
             return false;
     }
     return code == UNZ_END_OF_LIST_OF_FILE && met == sheets.size();

@@ -21,6 +21,7 @@ namespace
 
 constexpr int rowsPerSheet = LXW_ROW_MAX;
 constexpr int columnsPerSheet = LXW_COL_MAX;
+constexpr std::size_t bufferSize = 64 * 1024;
 
 [[noreturn]] void fail(int systemError)
 {
@@ -100,6 +101,7 @@ private:
     const Contents &m_contents;
     lxw_workbook *m_book;
     std::array<std::array<lxw_format *, 2>, formatCount> m_formats{};
+    std::vector<std::unique_ptr<char[]>> m_buffers; ///< of the sheets' helper files
     std::vector<SheetRows> m_written;
 };
 
@@ -137,6 +139,8 @@ void Writer::writeSheet(const Sheet &sheet)
     lxw_worksheet *page = workbook_add_worksheet(m_book, nullptr);
     if (!page || !page->optimize_tmpfile)
         fail(errno);
+    m_buffers.push_back(std::make_unique_for_overwrite<char[]>(bufferSize));
+    std::setvbuf(page->optimize_tmpfile, m_buffers.back().get(), _IOFBF, bufferSize);
     int number = 0;
     for (const int width : m_contents.columnWidths()) {
         const auto column = lxw_col_t(number++);

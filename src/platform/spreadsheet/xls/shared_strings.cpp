@@ -9,16 +9,18 @@ namespace spreadsheet::xls
 
 TextNumbers::Numbered TextNumbers::of(const QString &text)
 {
-    constexpr qint64 memory = 64 * 1024 * 1024;
-    constexpr qint64 bytesOfEntry = 64;
+    constexpr qint64 memory = 16 * 1024 * 1024;
+    constexpr qint64 bytesOfEntry = 96;
     const auto found = m_numbers.constFind(text);
     if (found != m_numbers.cend())
         return {*found, false};
     const qint64 bytes = bytesOfEntry + text.size() * qint64(sizeof(QChar));
-    if (m_rememberedBytes + bytes <= memory) {
-        m_numbers.insert(text, m_next);
-        m_rememberedBytes += bytes;
+    if (m_rememberedBytes + bytes > memory) {
+        m_numbers.clear();
+        m_rememberedBytes = 0;
     }
+    m_rememberedBytes += bytes;
+    m_numbers.insert(text, m_next);
     return {m_next++, true};
 }
 

@@ -9,8 +9,8 @@
 namespace spreadsheet::xls
 {
 
-/// Numbers the texts of the cells in the order in which they come, equal ones alike. Only so many texts are
-/// remembered as memory has room for; one that comes again and is not remembered gets a number of its own.
+/// Numbers the texts of the cells in the order in which they come, equal ones alike. It remembers the texts
+/// that came last, as many as fit into a little memory; one that comes again after that gets a new number.
 /// Two of these that are asked the same give the same numbers.
 class TextNumbers
 {
