@@ -38,6 +38,7 @@ void frmUniversalGrid::btnPrint_Click()
                                ? u"فضلاً إستخدم تصديرإلى إكسل وقم بالطباعة من هناك"_s
                                : u"Plese consider using Export to Excel and print from there.."_s);
     report.dataSource = m_primary;
+    report.caption = *title;
     report.title = *title;
     report.rightToLeft = engine.isArabic;
     ReformatReport(report);
