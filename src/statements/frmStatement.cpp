@@ -2,6 +2,7 @@
 
 #include "core/engine.h"
 #include "platform/runtime/runtime_error.h"
+#include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "presentation/prepare_screen.h"
 #include "presentation/vocabulary.h"
@@ -29,6 +30,7 @@ void frmStatement::Form_Load()
     PrepareScreen(*this);
     m_ui->Combo1->lineEdit()->setAlignment((engine.isArabic ? Qt::AlignRight : Qt::AlignLeft) |
                                            Qt::AlignAbsolute); // names of the other language too
+    setAccessibleText(m_ui->Combo1, translate(u"Name"_s));
     beginStatement();
     m_ledgerTable = u"ledger"_s;
     // The table that a browser was opened on last, whatever it is: that is meant.
