@@ -110,22 +110,18 @@ public:
         ++m_number;
         insert("general",
                "insert into general(id, transactionid, valid, creditordebit, amount, ddate, enteredon, "
-               "enteredby, "
-               "transactiondetail, paymentdetail, paymentmethod, gtype, lastupdate) values((select last from "
-               "system_counters where table_name = 'general'), ?1, -1, ?2, ?3, date('1995-01-31', ?5 || ' "
-               "days'), "
-               "'2026-11-22', 'SYSTEM', 'Sale of building', 'Agreed to wait on payment', 'Cash', 5, "
-               "'2026-11-22')",
+               "enteredby, transactiondetail, paymentdetail, paymentmethod, gtype, lastupdate) "
+               "values((select last from system_counters where table_name = 'general'), ?1, -1, ?2, ?3, "
+               "date('1995-01-31', ?5 || ' days'), '2026-11-22', 'SYSTEM', 'Sale of building', "
+               "'Agreed to wait on payment', 'Cash', 5, '2026-11-22')",
                amount, day, {});
         for (qint64 part = 0; part < parts; ++part) {
             insert("ledger",
                    "insert into ledger(id, transactionid, valid, creditordebit, amount, totalamount, ddate, "
-                   "enteredon, "
-                   "enteredby, transactiondetail, paymentdetail, paymentmethod, gtype, name) values((select "
-                   "last from "
-                   "system_counters where table_name = 'ledger'), ?1, -1, ?2, ?3 / 8, ?3, "
-                   "date('1995-01-31', ?5 || ' days'), '2026-11-22', 'system', 'Sale of building', "
-                   "'Agreed to wait on payment', 'Cash', 5, ?4)",
+                   "enteredon, enteredby, transactiondetail, paymentdetail, paymentmethod, gtype, name) "
+                   "values((select last from system_counters where table_name = 'ledger'), ?1, -1, ?2, "
+                   "?3 / 8, ?3, date('1995-01-31', ?5 || ' days'), '2026-11-22', 'system', "
+                   "'Sale of building', 'Agreed to wait on payment', 'Cash', 5, ?4)",
                    amount, day, family[part].toUtf8());
         }
         if (m_number % 50 != 0)

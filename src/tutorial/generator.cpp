@@ -180,6 +180,8 @@ bool Generator::divide(Transaction &transaction)
 
 std::vector<RuntimeError> Generator::write()
 {
+    if (m_unwritten.empty())
+        return {};
     Attempts attempts;
     const bool begun = attempts([&] { m_store->beginTrans(); });
     const QDateTime enteredOn = today();
@@ -212,7 +214,7 @@ std::vector<RuntimeError> Generator::write()
     attempts([&] { m_ledger->update(); });
     attempts([&] { m_general->update(); });
     attempts([&] {
-        if (m_settings->eof() || m_unwritten.empty())
+        if (m_settings->eof())
             return;
         m_settings->setValue(0, m_unwritten.back().id);
         m_settings->update();
