@@ -136,17 +136,22 @@ bool Generator::isOpen() const
 
 bool Generator::makeTransaction()
 {
-    attempt([&] { m_nextTransactionId = toLongInteger(double(m_nextTransactionId) + 1); });
+    const qint32 before = m_nextTransactionId;
+    attempt([&] { m_nextTransactionId = toLongInteger(double(before) + 1); });
     serveEvents();
-    if (!isOpen())
+    if (!isOpen()) {
+        m_nextTransactionId = before;
         return false;
+    }
     Transaction transaction;
     transaction.id = m_nextTransactionId;
     transaction.invention = drawInvention(m_uniform, m_words.detailTypes.size(), m_words);
     transaction.expense = m_host.isExpense();
     m_host.show(m_nextTransactionId);
-    if (!divide(transaction))
+    if (!divide(transaction)) {
+        m_nextTransactionId = before;
         return false;
+    }
     m_unwritten.push_back(std::move(transaction));
     if (m_unwritten.size() == writtenTogether)
         save();
