@@ -18,7 +18,7 @@ target_compile_definitions(quvana_flags INTERFACE
     QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_compile_options(quvana_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused
-    -Wnull-dereference -Wimplicit-fallthrough -Wno-maybe-uninitialized
+    -Wimplicit-fallthrough -Wno-maybe-uninitialized
     $<$<BOOL:${QUVANA_WERROR}>:-Werror>)
 if(QUVANA_SANITIZE)
     target_compile_options(quvana_flags INTERFACE

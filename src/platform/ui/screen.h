@@ -165,7 +165,10 @@ template <typename Class>
 Class &theScreen()
 {
     static QPointer<Class> instance;
-    if (!instance || instance->isDiscarded())
-        instance = new Class;
-    return *instance;
+    Class *screen = instance.data();
+    if (screen == nullptr || screen->isDiscarded()) {
+        screen = new Class;
+        instance = screen;
+    }
+    return *screen;
 }
