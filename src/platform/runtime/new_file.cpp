@@ -1,7 +1,6 @@
 #include "platform/runtime/new_file.h"
 
 #include "platform/runtime/files.h"
-#include "platform/runtime/runtime_error.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -132,11 +131,16 @@ QString NewFile::path() const
     return d->path.isEmpty() ? QFile::decodeName(nameOf(d->file.handle())) : d->path;
 }
 
+RuntimeError NewFile::failure(int systemError) const
+{
+    return notWritten(d->place, qt_error_string(systemError));
+}
+
 void NewFile::commit()
 {
     d->file.finish();
     if (d->file.failure() != 0)
-        throw notWritten(d->place, qt_error_string(d->file.failure()));
+        throw failure(d->file.failure());
     if (d->path.isEmpty())
         d->giveName();
     d->file.close();

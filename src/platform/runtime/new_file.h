@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/runtime/runtime_error.h"
+
 #include <QtCore/QString>
 
 #include <memory>
@@ -24,6 +26,8 @@ public:
     QIODevice &device();
     /// A name for the unfinished file, for a library in this process that opens files by their names itself.
     QString path() const;
+    /// What such a library met, by the system's number, in the words of commit().
+    RuntimeError failure(int systemError) const;
 
     /// The last step. @throws RuntimeError 75 with a clear description when not everything could be written
     void commit();

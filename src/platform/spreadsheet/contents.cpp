@@ -1,7 +1,7 @@
 #include "platform/spreadsheet/contents.h"
 
 #include "platform/runtime/dates.h"
-#include "platform/spreadsheet/failures.h"
+#include "platform/spreadsheet/refusal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,10 +23,9 @@ Cell textCell(const QString &text)
     if (text.isEmpty())
         return {};
     if (text.size() > longestText)
-        throw doesNotFit(
-            u"A text of %L1 characters does not fit into a cell, which holds %L2. Save as .txt."_s
-                .arg(text.size())
-                .arg(longestText));
+        throw refused(u"A text of %L1 characters does not fit into a cell, which holds %L2. Save as .txt."_s
+                          .arg(text.size())
+                          .arg(longestText));
     return {text};
 }
 
@@ -110,7 +109,7 @@ std::vector<Sheet> Contents::sheets(int rowsPerSheet) const
     const int copied = copiedRows();
     const int room = rowsPerSheet - headingRows();
     if (room < std::min(copied, 1))
-        throw doesNotFit(u"A sheet of %1 rows has no room for these."_s.arg(rowsPerSheet));
+        throw refused(u"A sheet of %1 rows has no room for these."_s.arg(rowsPerSheet));
     std::vector<Sheet> sheets;
     int first = 0;
     do {

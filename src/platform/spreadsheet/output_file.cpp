@@ -1,107 +1,56 @@
 #include "platform/spreadsheet/output_file.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
+#include <QtCore/QIODevice>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <system_error>
-#include <unistd.h>
-
-using namespace Qt::Literals::StringLiterals;
+#include <utility>
 
 namespace spreadsheet
 {
 
 namespace
 {
-
 constexpr qint64 bufferSize = 256 * 1024;
-
-[[noreturn]] void fail()
-{
-    throw std::system_error(errno, std::generic_category());
 }
 
-/// Writes everything at a position; a piece of it taken is no failure yet.
-void writeAt(int descriptor, qint64 position, const char *bytes, qint64 size)
+OutputFile::OutputFile(NewFile &file)
+    : m_file(file), m_buffer(std::make_unique_for_overwrite<char[]>(bufferSize))
 {
-    while (size > 0) {
-        const ssize_t written = ::pwrite(descriptor, bytes, std::size_t(size), position);
-        if (written < 0 && errno != EINTR)
-            fail();
-        if (written > 0) {
-            bytes += written;
-            position += written;
-            size -= written;
-        }
-    }
-}
-
-} // namespace
-
-PrivateFolder::PrivateFolder(const QString &parent)
-{
-    QByteArray pattern = QFile::encodeName(parent + u"/.quvana-XXXXXX"_s);
-    if (!::mkdtemp(pattern.data()))
-        fail();
-    m_path = QFile::decodeName(pattern);
-}
-
-PrivateFolder::~PrivateFolder()
-{
-    QDir(m_path).removeRecursively();
-}
-
-OutputFile::OutputFile(const QString &path)
-    : m_descriptor(
-          ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600)),
-      m_buffer(std::make_unique_for_overwrite<char[]>(bufferSize))
-{
-    if (m_descriptor < 0)
-        fail();
-}
-
-OutputFile::~OutputFile()
-{
-    ::close(m_descriptor);
 }
 
 void OutputFile::write(QByteArrayView bytes)
 {
-    if (bytes.isEmpty())
-        return;
-    if (bytes.size() > bufferSize - m_used) {
+    if (bytes.size() > bufferSize - m_used)
         flush();
-        if (bytes.size() > bufferSize) {
-            writeAt(m_descriptor, m_flushed, bytes.data(), bytes.size());
-            m_flushed += bytes.size();
-            return;
-        }
+    if (bytes.size() > bufferSize) {
+        writeThrough(bytes);
+        m_flushed += bytes.size();
+    } else if (!bytes.isEmpty()) {
+        std::memcpy(m_buffer.get() + m_used, bytes.data(), std::size_t(bytes.size()));
+        m_used += bytes.size();
     }
-    std::memcpy(m_buffer.get() + m_used, bytes.data(), std::size_t(bytes.size()));
-    m_used += bytes.size();
 }
 
 void OutputFile::patch(qint64 position, QByteArrayView bytes)
 {
     flush();
-    writeAt(m_descriptor, position, bytes.data(), bytes.size());
-}
-
-void OutputFile::finish()
-{
-    flush();
-    if (::fsync(m_descriptor) != 0)
-        fail();
+    m_file.device().seek(position);
+    writeThrough(bytes);
+    m_file.device().seek(m_flushed);
 }
 
 void OutputFile::flush()
 {
-    writeAt(m_descriptor, m_flushed, m_buffer.get(), m_used);
+    writeThrough({m_buffer.get(), m_used});
     m_flushed += std::exchange(m_used, 0);
+}
+
+void OutputFile::writeThrough(QByteArrayView bytes)
+{
+    errno = 0;
+    if (m_file.device().write(bytes.data(), bytes.size()) != bytes.size())
+        throw m_file.failure(errno != 0 ? errno : EIO);
 }
 
 } // namespace spreadsheet

@@ -1,17 +1,16 @@
 #include "platform/spreadsheet/workbook.h"
 
 #include "platform/runtime/files.h"
+#include "platform/runtime/new_file.h"
 #include "platform/spreadsheet/contents.h"
-#include "platform/spreadsheet/failures.h"
 #include "platform/spreadsheet/output_file.h"
+#include "platform/spreadsheet/refusal.h"
 #include "platform/spreadsheet/text_file.h"
 #include "platform/spreadsheet/xls/xls_file.h"
 #include "platform/spreadsheet/xlsx_file.h"
 #include "platform/ui/dialogs.h"
 
 #include <QtCore/QFileInfo>
-
-#include <system_error>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -34,39 +33,19 @@ Form formOf(const QString &path)
         return Form::Xlsx;
     if (extension == u"txt")
         return Form::Text;
-    throw spreadsheet::notSaved(path, u"its name must end in .xls, .xlsx or .txt"_s);
+    throw spreadsheet::refused(u"The name of a workbook ends in .xls, .xlsx or .txt."_s);
 }
 
-/// What a file's name stands for, so that a link goes on pointing at the file.
-QString placeOf(const QString &path)
+void write(const spreadsheet::Contents &contents, Form form, NewFile &file, const QString &folder)
 {
-    const QString place = QFileInfo(path).canonicalFilePath();
-    return place.isEmpty() ? QFileInfo(path).absoluteFilePath() : place;
-}
-
-void write(const spreadsheet::Contents &contents, Form form, const QString &path, const QString &folder)
-{
-    spreadsheet::OutputFile file(path);
-    switch (form) {
-    case Form::Xls:
-        spreadsheet::writeXls(contents, file);
-        break;
-    case Form::Xlsx:
-        spreadsheet::writeXlsx(contents, path, folder);
-        break;
-    case Form::Text:
-        spreadsheet::writeText(contents, file);
-        break;
-    }
-    file.finish();
-}
-
-void putInPlace(const QString &made, const QString &place, bool replaces)
-{
-    if (replaces && fileExists(place)) // it may have gone while the new one was written
-        replaceFile(made, place);
+    if (form == Form::Xlsx)
+        return spreadsheet::writeXlsx(contents, file, folder);
+    spreadsheet::OutputFile output(file);
+    if (form == Form::Xls)
+        spreadsheet::writeXls(contents, output);
     else
-        renameFile(made, place);
+        spreadsheet::writeText(contents, output);
+    output.flush();
 }
 
 } // namespace
@@ -101,21 +80,10 @@ void Workbook::copyFromRecordset(int row, Recordset &rows)
 void Workbook::saveAs(const QString &path)
 {
     const Form form = formOf(path);
-    const QString place = placeOf(path);
-    const QFileInfo present(place);
-    if (present.exists() && !present.isFile())
-        throw spreadsheet::notSaved(path, u"its name is that of a folder or a device"_s);
-    if (present.exists() &&
+    if (fileExists(path) &&
         !askYesNo(u"The file already exists. Replace it?  الملف موجود مسبقاً. هل تريد استبداله؟"_s))
         throw declined();
-    if (present.exists() && !present.isWritable())
-        throw spreadsheet::notSaved(path, u"the present file is write-protected"_s);
-    try {
-        const spreadsheet::PrivateFolder folder(present.absolutePath());
-        const QString made = folder.path() + u"/workbook"_s;
-        write(d->contents, form, made, folder.path());
-        putInPlace(made, place, present.exists());
-    } catch (const std::system_error &failure) {
-        throw spreadsheet::notSaved(path, failure.code().value());
-    }
+    NewFile file(path);
+    write(d->contents, form, file, QFileInfo(path).absolutePath());
+    file.commit();
 }

@@ -1,10 +1,11 @@
 #include "platform/spreadsheet/xlsx_file.h"
 
-#include "platform/spreadsheet/failures.h"
 #include "platform/spreadsheet/formats.h"
+#include "platform/spreadsheet/refusal.h"
 #include "platform/spreadsheet/xlsx_check.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 
 #include <array>
 #include <cerrno>
@@ -181,15 +182,22 @@ std::vector<SheetRows> Writer::finish()
 
 } // namespace
 
-void writeXlsx(const Contents &contents, const QString &path, const QString &folder)
+void writeXlsx(const Contents &contents, NewFile &file, const QString &folder)
 {
     if (contents.columns() > columnsPerSheet)
-        throw doesNotFit(u"A sheet has %1 columns."_s.arg(columnsPerSheet));
-    Writer writer(contents, QFile::encodeName(path), QFile::encodeName(folder));
-    for (const Sheet &sheet : contents.sheets(rowsPerSheet))
-        writer.writeSheet(sheet);
-    if (!isWholePackage(path, writer.finish()))
-        fail(ENOSPC); // what makes the library lose bytes without a word
+        throw refused(u"A sheet has %1 columns."_s.arg(columnsPerSheet));
+    const QTemporaryDir helperFiles(folder + u"/.quvana-XXXXXX"_s); // for its owner alone
+    if (!helperFiles.isValid())
+        throw file.failure(errno);
+    try {
+        Writer writer(contents, QFile::encodeName(file.path()), QFile::encodeName(helperFiles.path()));
+        for (const Sheet &sheet : contents.sheets(rowsPerSheet))
+            writer.writeSheet(sheet);
+        if (!isWholePackage(file.path(), writer.finish()))
+            fail(ENOSPC); // what makes the library lose bytes without a word
+    } catch (const std::system_error &failure) {
+        throw file.failure(failure.code().value());
+    }
 }
 
 } // namespace spreadsheet

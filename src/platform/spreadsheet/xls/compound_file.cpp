@@ -1,6 +1,6 @@
 #include "platform/spreadsheet/xls/compound_file.h"
 
-#include "platform/spreadsheet/failures.h"
+#include "platform/spreadsheet/refusal.h"
 #include "platform/spreadsheet/xls/bytes.h"
 
 #include <algorithm>
@@ -159,7 +159,7 @@ qint64 CompoundFile::position() const noexcept
 void CompoundFile::write(QByteArrayView bytes)
 {
     if (position() + bytes.size() > std::numeric_limits<qint32>::max())
-        throw doesNotFit(u"A .xls file holds 2 GB. Save as .xlsx."_s);
+        throw refused(u"A .xls file holds 2 GB. Save as .xlsx."_s);
     m_file.write(bytes);
 }
 

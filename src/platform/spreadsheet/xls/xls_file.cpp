@@ -1,6 +1,6 @@
 #include "platform/spreadsheet/xls/xls_file.h"
 
-#include "platform/spreadsheet/failures.h"
+#include "platform/spreadsheet/refusal.h"
 #include "platform/spreadsheet/xls/bytes.h"
 #include "platform/spreadsheet/xls/compound_file.h"
 #include "platform/spreadsheet/xls/record.h"
@@ -204,7 +204,7 @@ void Writer::writeCell(int row, int column, const Cell &cell, bool bold)
 void writeXls(const Contents &contents, OutputFile &file)
 {
     if (contents.columns() > columnsPerSheet)
-        throw doesNotFit(u"A sheet of a .xls file has %1 columns. Save as .xlsx."_s.arg(columnsPerSheet));
+        throw refused(u"A sheet of a .xls file has %1 columns. Save as .xlsx."_s.arg(columnsPerSheet));
     Writer(contents, file).write();
 }
 
