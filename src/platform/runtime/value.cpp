@@ -28,8 +28,9 @@ double numberOf(const T &value)
 template <typename Variant, typename OfText, typename OfOther>
 auto convert(const Variant &variant, OfText ofText, OfOther ofOther)
 {
+    using Result = std::invoke_result_t<OfText, QString>;
     return std::visit(
-        [&]<typename T>(const T &value) -> decltype(ofText(QString())) {
+        [&]<typename T>(const T &value) -> Result {
             if constexpr (std::is_same_v<T, std::monostate>)
                 throw runtime_errors::invalidNull();
             else if constexpr (std::is_same_v<T, QString>)
