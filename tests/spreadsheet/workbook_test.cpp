@@ -102,8 +102,8 @@ TEST_F(WorkbookTest, LongSetsGoOnInFurtherSheets)
         int rowsOfSheet; ///< below the heading
     };
     for (const Case &c :
-         {Case{u"amount"_s, 1, u"xls"_s, 65535}, Case{u"name"_s, 65535, u"xls"_s, 65535},
-          Case{u"name,amount"_s, 65536, u"xls"_s, 65535}, Case{u"amount"_s, 200'000, u"xls"_s, 65535},
+         {Case{u"name,amount"_s, 1, u"xls"_s, 65535}, Case{u"name"_s, 65535, u"xls"_s, 65535},
+          Case{u"amount"_s, 65536, u"xls"_s, 65535}, Case{u"amount"_s, 200'000, u"xls"_s, 65535},
           Case{u"name"_s, 200'000, u"xlsx"_s, 1048575}}) {
         SCOPED_TRACE(QString(c.fields + u' ' + c.form).toStdString() + std::to_string(c.rows));
         set->close();
@@ -114,7 +114,7 @@ TEST_F(WorkbookTest, LongSetsGoOnInFurtherSheets)
             long_.setCell(1, field + 1, fields[field]);
         long_.setBold(1, 1, int(fields.size()));
         long_.copyFromRecordset(2, *set);
-        const QString file = path(u"rows%1%2."_s.arg(c.rows).arg(fields.size()) + c.form);
+        const QString file = path(u"rows%1."_s.arg(c.rows) + c.form);
         long_.saveAs(file);
 
         QString wanted;

@@ -69,6 +69,8 @@ void Workbook::setBold(int row, int firstColumn, int lastColumn)
 
 void Workbook::copyFromRecordset(int row, Recordset &rows)
 {
+    if (rows.editMode() == EditMode::Add)
+        rows.update(); // as leaving the row does; only then has it a position
     if (rows.eof())
         return;
     const int position = rows.absolutePosition();

@@ -26,16 +26,17 @@ public:
     void copyFromRecordset(int row, Recordset &rows);
 
     /// Writes the workbook. The extension of the name chooses the form: `.xls` the binary one of 1997 to
-    /// 2003,
-    /// `.xlsx`, `.txt` tab-separated UTF-8 with a byte order mark; any other is refused. Money and counts are
-    /// written as numbers, dates as date cells, Booleans as Booleans, Null as an empty cell. Rows that a
-    /// sheet has no room for go on in further sheets, each with the rows above the copied ones as its
-    /// heading.
+    /// 2003, `.xlsx`, `.txt` tab-separated UTF-8 with a byte order mark; any other is refused. Money and
+    /// counts are written as numbers, dates as date cells, Booleans as Booleans, Null as an empty cell. Days
+    /// before 1 March 1900, on whose numbers programs do not agree, are written as text. `.xlsx` holds 16
+    /// digits of a number. Rows that a sheet has no room for go on in further sheets, each with the rows
+    /// above the copied ones as its heading.
     ///
     /// Asks before it replaces a file. The file is written beside its place, readable by its owner alone, and
     /// put there in one step when it is complete and durable: on a failure what stood there stays.
     /// @throws RuntimeError 1004 when the user does not want the file replaced; one with a clear description
-    /// for an unknown extension and for whatever the file system refuses
+    /// for an unknown extension, for what no cell or sheet of the form can hold (a text of more than 32,767
+    /// characters) and for whatever the file system refuses
     void saveAs(const QString &path);
 
 private:
