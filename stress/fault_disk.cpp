@@ -3,6 +3,7 @@
 #include <sqlcipher/sqlite3.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -119,6 +120,8 @@ bool fails()
     if (armed == Fault::None || counted < failing || (counted > failing && !failsForEver))
         return false;
     met = true;
+    if (armed == Fault::Kill)
+        raise(SIGKILL);
     if (armed == Fault::PowerLoss)
         losePower();
     return true;

@@ -13,6 +13,7 @@ enum class Fault {
     None,      ///< only counts
     IoError,   ///< the operation fails as a broken disk does
     DiskFull,  ///< a write or a file's growth fails as on a full disk; other operations as a broken disk's
+    Kill,      ///< the process is killed right before the operation
     PowerLoss, ///< the process ends at the operation with powerLossExit, and on the disk stands what had been
                ///< synced, with any part of the later writes, some of them torn
 };

@@ -1,4 +1,5 @@
 #include "platform/runtime/runtime_error.h"
+#include "stress/fault_disk.h"
 #include "stress/operations.h"
 #include "stress/trials.h"
 
@@ -30,8 +31,14 @@ bool anyFileTells(const QString &folder)
     return false;
 }
 
-/// Kills the operation some microseconds after its beginning; True when that ended it.
-bool killAt(const Operation &operation, const QString &folder, unsigned microseconds)
+/// When a process is killed: right before the disk operation of a number, or some time after its beginning.
+struct Moment {
+    int diskOperation = 0; ///< from 1; 0 for none
+    unsigned microseconds = 0;
+};
+
+/// Kills the operation at a moment; True when that ended it.
+bool killAt(const Operation &operation, const QString &folder, Moment moment)
 {
     int ends[2] = {};
     if (pipe(ends) != 0)
@@ -40,19 +47,25 @@ bool killAt(const Operation &operation, const QString &folder, unsigned microsec
     if (child == 0) {
         try {
             attachSession(folder);
+            if (moment.diskOperation > 0)
+                fault_disk::arm(fault_disk::Fault::Kill, moment.diskOperation, true);
             if (write(ends[1], "!", 1) == 1)
                 operation.run();
         } catch (const RuntimeError &) {
             _exit(1);
         }
+        if (moment.diskOperation > 0)
+            raise(SIGKILL); // there were fewer than expected
         pause();
     }
     close(ends[1]);
     char begun = 0;
     const bool ready = read(ends[0], &begun, 1) == 1;
     close(ends[0]);
-    usleep(microseconds);
-    kill(child, SIGKILL);
+    if (moment.diskOperation == 0) {
+        usleep(moment.microseconds);
+        kill(child, SIGKILL);
+    }
     int status = 0;
     waitpid(child, &status, 0);
     return ready && WIFSIGNALED(status);
@@ -71,7 +84,11 @@ Findings killOperations(const QString &templateFolder, int times, std::uint32_t 
         Findings findings;
         for (int time = 0; time < times; ++time, ++findings.replays) {
             layOut(templateFolder, folder);
-            if (!killAt(operation, folder, unsigned(chance() % (course.microseconds * 6 / 5 + 1)))) {
+            // Half of them by the clock, which also meets what is done between the disk operations.
+            Moment moment{.microseconds = unsigned(chance() % (course.microseconds * 6 / 5 + 1))};
+            if (time % 2 == 1 && course.diskOperations > 0)
+                moment.diskOperation = 1 + int(chance() % unsigned(course.diskOperations));
+            if (!killAt(operation, folder, moment)) {
                 findings.finding(u"%1 ended by itself"_s.arg(QLatin1StringView(operation.name)));
                 continue;
             }
