@@ -226,7 +226,7 @@ bool frmUsers::Form_KeyDown(QKeyEvent *event)
     if (m_ui->ComboRank->isVisible()) {
         const bool escape = event->key() == Qt::Key_Escape;
         const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-        if (escape)
+        if (escape || (enter && m_ui->ComboRank->currentIndex() < 0)) // of an empty rank nothing is chosen
             hideRanks();
         else if (enter)
             ComboRank_Click();

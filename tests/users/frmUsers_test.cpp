@@ -20,6 +20,9 @@ const QString notPermitted = u"You do not have enough permission to perform this
 const QString notPermittedArabic = u"لا تملك الصلاحيات الكافيه لإتمام هذه العمليه"_s;
 const QString invalid =
     u"Invalid entry..  update cancelled  \r\nهذه القيمه غير مناسبه فضلا قم بإدخال شئ مناسب\r\n"_s;
+const QString tooLong =
+    u"The field is too small to accept the amount of data you attempted to add. Try inserting "
+    "or pasting less data."_s;
 
 class UsersTest : public StoreFixture
 {
@@ -35,11 +38,7 @@ protected:
         engine.currentUser = u"clerk"_s;
         open();
     }
-    ~UsersTest() override
-    {
-        if (screen)
-            delete screen;
-    }
+    ~UsersTest() override { delete screen; }
     /// A fresh screen; its rows are agent, clerk, zaid, and the columns id, userid, name, rank, ...
     void open()
     {
@@ -169,9 +168,7 @@ TEST_F(UsersTest, AsksChecksAndAuditsEachUpdate)
     }
     for (const auto &[column, text, message] :
          {std::tuple(3, u"300"_s, invalid + u"rank"_s), std::tuple(3, u"x"_s, invalid + u"rank"_s),
-          std::tuple(2, QString(51, u'x'),
-                     u"The field is too small to accept the amount of data you attempted to add. Try "
-                     "inserting or pasting less data."_s)}) {
+          std::tuple(2, QString(51, u'x'), tooLong)}) {
         setLanguage(false);
         ScriptedDialogs dialogs;
         dialogs.expectMessage(message);
@@ -209,6 +206,12 @@ TEST_F(UsersTest, TakesTheRankFromAListOverItsCell)
     click(*screen, "cmdLast");
     EXPECT_EQ(grid->row(), 2);
     EXPECT_EQ(audits().size(), 1);
+    execute({u"update users set rank=null"_s});
+    click(*screen, "cmdRefresh");
+    stand(0, 3);
+    press();
+    pressKey(ranks, Qt::Key_Return); // nothing is chosen
+    EXPECT_FALSE(ranks.isVisible() || grid->isEditing());
 }
 
 TEST_F(UsersTest, DeletesByTheOrderOfNames)
@@ -299,6 +302,12 @@ TEST_F(UsersTest, LosesNoEditWhenItIsClosedOrTheStoreFails)
     screen->saveTyped(); // as the end of the program does
     EXPECT_EQ(user(u"agent"_s), u"M|2|True"_s);
     EXPECT_EQ(audits().size(), 1);
+    pressKey(*grid, Qt::Key_F2);
+    fill(*screen->focusWidget(), QString(51, u'x'));
+    expect(dialogs, {tooLong});
+    screen->saveTyped(); // tells it before the store is closed
+    EXPECT_EQ(dialogs.shown().back().text, tooLong);
+    pressKey(*screen->focusWidget(), Qt::Key_Escape);
 
     execute({u"drop table audit_users"_s, u"update users set name='N'"_s});
     change();

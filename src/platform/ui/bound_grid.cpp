@@ -286,8 +286,10 @@ bool BoundGrid::saveRow()
         commitData(editor);
         closeEditor(editor, QAbstractItemDelegate::NoHint);
     }
-    if (m_refused)
+    if (m_refused) {
+        offerEntry();
         return false;
+    }
     if (!isRowEdited())
         return true;
     try {

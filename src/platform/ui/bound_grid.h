@@ -48,7 +48,7 @@ public:
     /// A cell is open, or the current row holds changes that are not written yet.
     bool isEditing() const;
     /// Closes an open cell and updates the row. False when changes are still to be written or were refused:
-    /// failed() has told why or is about to.
+    /// failed() has told why.
     bool saveRow();
 
 Q_SIGNALS:
