@@ -80,6 +80,7 @@ TEST_F(NewUserTest, RefusesInTheToldOrder)
          u"An error occured...! \r\nحدث خطأ في عملية الإضافه"_s},
     };
     for (const auto &c : cases) {
+        setLanguage(!c.master);
         engine.masterUserEntry = c.master;
         engine.userRank = c.userRank;
         ScriptedDialogs dialogs;

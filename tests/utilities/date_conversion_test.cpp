@@ -63,13 +63,9 @@ TEST_F(DateConversionTest, ConvertsBothWaysInTheNamedForm)
         QString form, result;
     } cases[] = {
         {u"01/01/2000"_s, 0, shortForm, u"25/09/1420"_s},
-        {u"25/09/1420"_s, 1, shortForm, u"01/01/2000"_s},
         {u"03/04/2002"_s, 0, shortForm, u"21/01/1423"_s},
-        {u"21/01/1423"_s, 1, shortForm, u"03/04/2002"_s},
         {u"28/07/2016"_s, 0, shortForm, u"23/10/1437"_s},
-        {u"23/10/1437"_s, 1, shortForm, u"28/07/2016"_s},
         {u"15/03/2004 10:20:30"_s, 0, shortForm, u"24/01/1425"_s},
-        {u"15/03/2004"_s, 0, longForm, u"24 محرم 1425"_s},
         {u"24/01/1425"_s, 1, longForm, u"15 March 2004"_s},
         {u"18/07/622"_s, 0, shortForm, u"01/01/0001"_s},
         {u"31/12/9999"_s, 0, shortForm, u"03/04/9666"_s},
