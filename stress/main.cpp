@@ -4,17 +4,26 @@
 #include "stress/trials.h"
 
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
 
 #include <csignal>
 
 using namespace Qt::Literals::StringLiterals;
 
-/// Plays faults against the program's own routines: `quvana-stress kills|disk|power|bytes|two [--long]`.
+/// Plays faults against the program's own routines and soaks its screens:
+/// `quvana-stress kills|disk|power|bytes|two|soak [--long]`.
 int main(int argc, char **argv)
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Whatever the program writes beside its store stands in here.
+    const QTemporaryDir scratch;
+    for (const char *place : {"TMPDIR", "HOME"}) {
+        const QString path = scratch.filePath(QLatin1StringView(place));
+        QDir().mkpath(path);
+        qputenv(place, QFile::encodeName(path));
+    }
     signal(SIGXFSZ, SIG_IGN);
     fault_disk::install();
     Application application(argc, argv);
@@ -22,7 +31,8 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.addOption({u"long"_s, u"The long run."_s});
     parser.addOption({u"seed"_s, u"Of what is left to chance."_s, u"NUMBER"_s, u"1"_s});
-    parser.addPositionalArgument(u"trial"_s, u"kills, disk, power, bytes or two; all when none is named."_s);
+    parser.addPositionalArgument(u"trial"_s,
+                                 u"kills, disk, power, bytes, two or soak; all when none is named."_s);
     parser.process(application);
     const bool isLong = parser.isSet(u"long"_s);
     const auto seed = parser.value(u"seed"_s).toUInt();
@@ -42,6 +52,7 @@ int main(int argc, char **argv)
     play(u"power"_s, [&] { return losePower(folder.path(), isLong ? 700 : 10, seed); });
     play(u"bytes"_s, [&] { return damageBytes(isLong ? 1 : 1021); });
     play(u"two"_s, [&] { return postInTwo(folder.path(), isLong ? 1000 : 20); });
+    play(u"soak"_s, [&] { return soakScreens(folder.path(), isLong ? 50'000 : 150, seed); });
     std::printf("%s\n", bad == 0 ? "nothing bad" : "FOUND SOMETHING BAD");
     return bad == 0 ? 0 : 1;
 }
