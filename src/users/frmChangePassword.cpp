@@ -65,6 +65,8 @@ bool frmChangePassword::isPresentPasswordRight() const
 void frmChangePassword::cmdCancel_Click()
 {
     hideScreen();
+    if (deletesItself()) // of its own command, which never shows it again
+        unload();
 }
 
 void frmChangePassword::mnuExit_Click()

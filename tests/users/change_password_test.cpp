@@ -64,6 +64,11 @@ TEST_F(StoreFixture, ChangesThePasswordOfTheSessionsUser)
     EXPECT_TRUE(screen.isLoaded() && !screen.isVisible());
     chooseMenu(screen, "mnuExit");
     EXPECT_FALSE(screen.isLoaded());
+
+    auto *own = new frmChangePassword; // as the commands make it
+    own->showModeless();
+    click(*own, "cmdCancel");
+    EXPECT_TRUE(Screen::loadedScreens().isEmpty());
 }
 
 } // namespace
