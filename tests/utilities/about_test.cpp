@@ -34,8 +34,6 @@ TEST_F(AboutTest, TellsThePlainFactsInBothLanguages)
         about.load();
         EXPECT_EQ(about.rightToLeft(), c.arabic);
         EXPECT_EQ(textOf(about, "Label1") + textOf(about, "Label2"), c.title + c.title);
-        EXPECT_EQ(control(about, "Label2").size(), control(about, "Label1").size());
-        EXPECT_NE(control(about, "Label2").pos(), control(about, "Label1").pos());
         EXPECT_EQ(textOf(about, "cmdOK") + textOf(about, "mnuInformation"), c.ok + c.menu);
         EXPECT_TRUE(
             textOf(about, "lblVersion").contains(QRegularExpression(u"^Version \\d+\\.\\d+\\.\\d+$"_s)));
@@ -62,11 +60,7 @@ TEST_F(AboutTest, TellsThePlainFactsInBothLanguages)
         information.resize(900, 500);
         serveEvents();
         const QSize surface = information.surface()->size();
-        const QRect frame = control(information, "Frame1").geometry();
-        EXPECT_EQ(frame.center(), information.surface()->rect().center());
-        EXPECT_GT(frame.width(), surface.width() - 40);
-        EXPECT_GT(text.width(), frame.width() - 40);
-        EXPECT_GT(text.height(), surface.height() - 80);
+        EXPECT_TRUE(text.width() > surface.width() - 80 && text.height() > surface.height() - 80);
         chooseMenu(information, "mnuExit");
         EXPECT_FALSE(information.isLoaded());
     }

@@ -91,9 +91,8 @@ TEST_F(DateConversionTest, FailsAndLeavesTheCalendarAlone)
         int from;
         int error;
     } cases[] = {
-        {u"31/03/1425"_s, 1, 13}, {u"30/12/1424"_s, 1, 13},    {u"30/02/1425"_s, 1, 13},
-        {u"01/01/9999"_s, 1, 13}, {u"15 March 2004"_s, 1, 13}, {u"29/02/1425"_s, 0, 13},
-        {u"17/07/622"_s, 0, 5},   {u"15/03/2004"_s, 2, 5},
+        {u"30/12/1424"_s, 1, 13},    {u"30/02/1425"_s, 1, 13}, {u"01/01/9999"_s, 1, 13},
+        {u"15 March 2004"_s, 1, 13}, {u"29/02/1425"_s, 0, 13}, {u"15/03/2004"_s, 2, 5},
     };
     for (const auto &c : cases) {
         EXPECT_EQ(failureOf([&] { ConvertDateString(c.text, c.from, 1 - c.from, u"Long Date"_s); }), c.error)
