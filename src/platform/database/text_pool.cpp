@@ -2,7 +2,7 @@
 
 #include <QtCore/QHash>
 
-#include <cstring>
+#include <algorithm>
 
 namespace database
 {
@@ -31,7 +31,7 @@ QByteArrayView TextPool::bytes(int number) const noexcept
 bool TextPool::is(int number, QByteArrayView text) const noexcept
 {
     const QByteArrayView own = bytes(number);
-    return own.size() == text.size() && std::memcmp(own.data(), text.data(), std::size_t(text.size())) == 0;
+    return std::equal(own.begin(), own.end(), text.begin(), text.end()); // either may have no bytes at all
 }
 
 TextPool::Slot &TextPool::slotOf(QByteArrayView text, quint32 hash)
