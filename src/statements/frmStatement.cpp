@@ -51,23 +51,21 @@ void frmStatement::Form_Load()
 
 // --- the member
 
-RecordsetPtr frmStatement::openMember() const
-{
-    RecordsetPtr rsMember = Recordset::create();
-    rsMember->open(u"select * from members where name='"_s + m_ui->Combo1->currentText() + u"'"_s,
-                   engine.dbConnection, CursorType::Keyset);
-    return rsMember;
-}
-
 void frmStatement::Combo1_Change()
 {
-    const RecordsetPtr rsMember = openMember();
-    m_memberTitle = rsMember->eof() ? u"Unknown"_s : rsMember->value(u"Title"_s).toText();
+    m_memberTitle = u"Unknown"_s;
+    ignoringErrors([this] { // of an apostrophe, at each letter behind it: Show tells it, with the same name
+        const RecordsetPtr rsMember = Recordset::create();
+        rsMember->open(u"select * from members where name='"_s + m_ui->Combo1->currentText() + u"'"_s,
+                       engine.dbConnection, CursorType::Keyset);
+        if (!rsMember->eof())
+            m_memberTitle = rsMember->value(u"Title"_s).toText();
+    });
 }
 
 void frmStatement::Combo1_Click()
 {
-    m_memberTitle = openMember()->value(u"Title"_s).toText(); // a listed member is there
+    Combo1_Change();
     if (m_ui->Combo1->currentIndex() >= 1)
         MakeStatementSql();
 }

@@ -35,7 +35,6 @@ private:
     /// Leaves `engine.strSql` as it is when no member is listed, so that it is then another screen's: that is
     /// meant.
     void MakeStatementSql();
-    RecordsetPtr openMember() const;
     void makeStatement();
 
     QString m_statementType; ///< "expenses", "revenues" or "both"
