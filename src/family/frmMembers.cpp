@@ -305,11 +305,13 @@ void frmMembers::navigate(RecordMove move)
 
 void frmMembers::setFilter(const QString &filter)
 {
-    dropUnaskedEdit();
-    m_primary->setFilter(filter);
-    m_ui->mnuValid->setChecked(filter == u"valid=true");
-    m_ui->mnuInValid->setChecked(filter == u"valid=false");
-    m_ui->mnuBoth->setChecked(filter.isEmpty());
+    showingFailures([&] {
+        dropUnaskedEdit();
+        m_primary->setFilter(filter);
+        m_ui->mnuValid->setChecked(filter == u"valid=true");
+        m_ui->mnuInValid->setChecked(filter == u"valid=false");
+        m_ui->mnuBoth->setChecked(filter.isEmpty());
+    });
 }
 
 // --- the row of buttons
@@ -345,21 +347,25 @@ void frmMembers::cmdClose_Click()
     mnuExit_Click();
 }
 
+void frmMembers::saveTyped()
+{
+    if (!m_primary->isOpen())
+        return;
+    refuseUnaskedChange();
+    ignoringErrors([this] { m_txtFields->writeAll(); });
+    const EditMode mode = m_primary->editMode();
+    const bool hasRows = m_primary->recordCount() > 0 || mode == EditMode::Add; // a new row counts
+    if (!hasRows || (mode == EditMode::None && !m_txtFields->hasUnwritten()))
+        return;
+    if (askYesNo(engine.isArabic ? u"هل تريد حفظ التغييرات!!؟"_s : u"Do you want to save changes!!?"_s))
+        cmdUpdate_Click();
+    else
+        cmdCancel_Click();
+}
+
 void frmMembers::mnuExit_Click()
 {
-    if (m_primary->isOpen()) {
-        refuseUnaskedChange();
-        ignoringErrors([this] { m_txtFields->writeAll(); });
-        const EditMode mode = m_primary->editMode();
-        const bool hasRows = m_primary->recordCount() > 0 || mode == EditMode::Add; // a new row counts
-        if (hasRows && (mode != EditMode::None || m_txtFields->hasUnwritten())) {
-            if (askYesNo(engine.isArabic ? u"هل تريد حفظ التغييرات!!؟"_s
-                                         : u"Do you want to save changes!!?"_s))
-                cmdUpdate_Click();
-            else
-                cmdCancel_Click();
-        }
-    }
+    saveTyped();
     unload();
     setHourglass(false);
 }

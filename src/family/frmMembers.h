@@ -26,6 +26,8 @@ public:
     frmMembers();
     ~frmMembers() override;
 
+    void saveTyped() override;
+
 protected:
     void Form_Load() override;
     bool Form_KeyDown(QKeyEvent *event) override;

@@ -141,8 +141,10 @@ void frmMembers::Combo1_Click()
     const int index = m_activeField;
     const QString word = m_ui->Combo1->currentText();
     const QString &field = m_txtFields->field(index);
-    m_primary->setValue(field, codeOf(field, word));
-    m_txtFields->box(index)->setText(word);
+    showingFailures([&] {
+        m_primary->setValue(field, codeOf(field, word));
+        m_txtFields->box(index)->setText(word);
+    });
     hideChoosers();
     m_txtFields->box(index)->setFocus();
 }
@@ -152,8 +154,10 @@ void frmMembers::DTPicker1_CloseUp()
     if (m_ui->DTPicker1->isHidden())
         return;
     hideChoosers();
-    m_primary->setValue(m_txtFields->field(fieldDob), m_ui->DTPicker1->value());
-    m_txtFields->show(fieldDob);
+    showingFailures([this] {
+        m_primary->setValue(m_txtFields->field(fieldDob), m_ui->DTPicker1->value());
+        m_txtFields->show(fieldDob);
+    });
     m_txtFields->box(fieldDob)->setFocus();
 }
 

@@ -1,5 +1,6 @@
 #include "browser/frmUniversalGrid.h"
 #include "entry/posting.h"
+#include "family/frmMembers.h"
 #include "platform/ui/flex_grid.h"
 #include "shell/frmMain.h"
 #include "tutorial_fixture.h"
@@ -131,6 +132,37 @@ TEST_F(TutorialTest, LeavesTheRealStoreAsItWas)
     EXPECT_EQ(marks(), off);
     EXPECT_EQ(realRows(), expected);
     EXPECT_EQ(Screen::loadedScreens(), (QList<Screen *>{&main, &user})) << "the generator stayed";
+}
+
+TEST_F(TutorialTest, LosesNothingTypedIntoTheMembersAndLeavesThemStanding)
+{
+    engine.deceasedName = u"Saad"_s;
+    main.load();
+    frmMembers members;
+    members.showModeless();
+    click(members, "cmdEdit");
+    fill(members, "txtFields_2", u"Haja"_s);
+    dialogs.expectYes(u"Do you want to save changes!!?"_s);
+    dialogs.expectYes(engine.textAreYouSure);
+    dialogs.expectNo(offer);
+    chooseMenu(main, "mnuStartTutorial");
+    EXPECT_EQ(shellRows(u"select count(*) from members where title||'' = 'Haja'"_s), QStringList{u"1"_s});
+    const QString closed = u"Operation is not allowed when the object is closed."_s;
+    dialogs.expectMessage(closed);
+    chooseMenu(members, "mnuValid");
+    members.close();
+    EXPECT_FALSE(members.isLoaded());
+
+    members.showModeless();
+    click(members, "cmdEdit");
+    click(members, "txtFields_1");
+    chooseMenu(main, "mnuStopTutorial");
+    dialogs.expectMessage(closed);
+    choose(members, "Combo1", u"Female"_s);
+    click(members, "txtFields_4");
+    dialogs.expectMessage(closed);
+    pressKey(control(members, "DTPicker1"), Qt::Key_Return);
+    click(members, "cmdCancel");
 }
 
 TEST_F(TutorialTest, KeepsOrReplacesTheStoreThatIsThere)
