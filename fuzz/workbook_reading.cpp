@@ -4,6 +4,7 @@
 
 #include <QtCore/QtEndian>
 
+#include <utility>
 #include <vector>
 
 namespace fuzz
@@ -144,9 +145,16 @@ private:
                 wide = numberAt<quint8>(content(), m_at++);
             }
             require(wide <= 1, "a text has no runs");
-            text += wide ? QChar(numberAt<quint16>(content(), m_at))
-                         : QChar(char16_t(numberAt<quint8>(content(), m_at)));
-            m_at += wide ? 2 : 1;
+            const qsizetype width = wide ? 2 : 1;
+            const qsizetype count = std::min(size - text.size(), (content().size() - m_at) / width);
+            require(count > 0, "a record holds whole characters");
+            const char *characters = content().constData() + m_at;
+            QString piece = QString::fromLatin1(characters, wide ? 0 : count);
+            piece.resize(count);
+            if (wide)
+                qFromLittleEndian<char16_t>(characters, count, piece.data());
+            text += piece;
+            m_at += count * width;
         }
         return text;
     }
@@ -193,17 +201,20 @@ CellTexts textsOfTabs(const QByteArray &file)
     std::pair<int, int> place;
     for (qsizetype at = 0; at < text.size();) {
         QString field;
-        const bool quoted = text[at] == u'"';
-        for (at += quoted ? 1 : 0; at < text.size(); ++at) {
-            const QChar next = at + 1 < text.size() ? text[at + 1] : QChar();
-            if (quoted && text[at] == u'"' && next != u'"')
-                break;
-            if (!quoted && (text[at] == u'\t' || (text[at] == u'\r' && next == u'\n')))
-                break;
-            field += text[at];
-            at += quoted && text[at] == u'"' ? 1 : 0;
+        if (text[at] == u'"') {
+            do { // a quote behind another stands for itself
+                const qsizetype end = text.indexOf(u'"', at + 1);
+                require(end > 0, "a quoted field has an end");
+                field += QStringView(text).sliced(at, end - at);
+                at = end + 1;
+            } while (at < text.size() && text[at] == u'"');
+            field.remove(0, 1);
+        } else {
+            const auto end = [&](qsizetype found) { return found < 0 ? text.size() : found; };
+            const qsizetype line = end(text.indexOf(u"\r\n", at));
+            const qsizetype start = std::exchange(at, std::min(line, end(text.indexOf(u'\t', at))));
+            field = text.sliced(start, at - start);
         }
-        at += quoted ? 1 : 0;
         if (!field.isEmpty())
             cells[place] = field;
         const bool sameRow = at < text.size() && text[at] == u'\t';
