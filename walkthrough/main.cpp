@@ -8,11 +8,13 @@
 #include "core/engine.h"
 #include "core/program_place.h"
 #include "correcting.h"
+#include "managing_users.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/screen.h"
 #include "player.h"
 #include "practising.h"
+#include "reporting.h"
 #include "store/connection_strings.h"
 #include "story.h"
 #include "tour.h"
@@ -20,6 +22,9 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
 #include <QtCore/QTextStream>
+
+#include <algorithm>
+#include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -51,14 +56,16 @@ bool checkLedger(const QString &path, const Story &story, QTextStream &out)
     rows->open(u"select name,amount,totalamount,transactionid from ledger order by transactionid,name"_s,
                connection, CursorType::Static);
     out << story.name << Qt::endl;
-    bool good = rows->recordCount() == static_cast<int>(story.ledger.size());
+    std::vector<LedgerRow> expected = story.ledger;
+    std::ranges::copy(story.ledgerAnew, std::back_inserter(expected));
+    bool good = rows->recordCount() == static_cast<int>(expected.size());
     for (int row = 0; !rows->eof(); rows->moveNext(), ++row) {
         const qint32 transaction = rows->value(u"transactionid"_s).toInt();
         const QString name = rows->value(u"name"_s).toText();
         const QString amount = rows->value(u"amount"_s).toText();
         out << "  transaction " << transaction << "  " << amount << " of "
             << rows->value(u"totalamount"_s).toText() << "  " << name << Qt::endl;
-        good = good && story.ledger[static_cast<std::size_t>(row)] == LedgerRow{transaction, name, amount};
+        good = good && expected[static_cast<std::size_t>(row)] == LedgerRow{transaction, name, amount};
     }
     if (!good)
         out << "  these are not the rows that the story must leave" << Qt::endl;
@@ -84,11 +91,14 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playLogin(player, story);
     playFamily(player, story);
     playRevenue(player, story);
-    playExpense(player, story);
+    playExpense(player, story, story.expense);
     playBrowsers(player, story);
     playCorrections(player, story);
+    playExpense(player, story, story.expenseAnew);
+    playUsers(player, story);
     playPractice(player, story);
     playConversion(player);
+    playStatements(player, story, place);
     playEnd(player, lastly);
     player.play();
     runProgram();

@@ -6,8 +6,10 @@
 
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTimer>
+#include <QtGui/QClipboard>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
@@ -21,16 +23,6 @@ namespace
 
 constexpr int pollInterval = 10;    // milliseconds
 constexpr qint64 patience = 10'000; // milliseconds that a step may wait
-
-Screen *topScreen(const QString &name)
-{
-    QWidget *modal = QApplication::activeModalWidget();
-    for (Screen *screen : Screen::loadedScreens()) {
-        if (screen->objectName() == name && screen->isVisible() && (modal == nullptr || modal == screen))
-            return screen;
-    }
-    return nullptr;
-}
 
 /// What a message box says, without the marks for its directions.
 QString textOf(const QMessageBox &box)
@@ -53,6 +45,16 @@ QString display()
 
 } // namespace
 
+Screen *Player::screenOnTop(const QString &name)
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    for (Screen *screen : Screen::loadedScreens()) {
+        if (screen->objectName() == name && screen->isVisible() && (modal == nullptr || modal == screen))
+            return screen;
+    }
+    return nullptr;
+}
+
 Player::Player(const QString &pictureFolder) : m_pictureFolder(pictureFolder) {}
 
 void Player::step(const QString &what, std::function<bool()> ready, Action action)
@@ -63,15 +65,15 @@ void Player::step(const QString &what, std::function<bool()> ready, Action actio
 void Player::on(const QString &screenName, std::function<void(Screen &)> action)
 {
     step(
-        screenName, [screenName] { return topScreen(screenName) != nullptr; },
-        [screenName, action = std::move(action)] { action(*topScreen(screenName)); });
+        screenName, [screenName] { return screenOnTop(screenName) != nullptr; },
+        [screenName, action = std::move(action)] { action(*screenOnTop(screenName)); });
 }
 
 void Player::onIdle(const QString &screenName, std::function<void(Screen &)> action)
 {
     step(
-        screenName, [this, screenName] { return m_running == 0 && topScreen(screenName) != nullptr; },
-        [screenName, action = std::move(action)] { action(*topScreen(screenName)); });
+        screenName, [this, screenName] { return m_running == 0 && screenOnTop(screenName) != nullptr; },
+        [screenName, action = std::move(action)] { action(*screenOnTop(screenName)); });
 }
 
 void Player::click(const QString &screenName, const char *control)
@@ -107,6 +109,24 @@ void Player::answerInput(const QString &text)
         [dialog, text] {
             auto *box = dialog()->findChild<QLineEdit *>();
             hand::fill(*box, text);
+            hand::pressKey(*box, Qt::Key_Return);
+        });
+}
+
+void Player::saveAs(const QString &path)
+{
+    const auto dialog = [] { return qobject_cast<QFileDialog *>(QApplication::activeModalWidget()); };
+    step(
+        u"save dialog"_s, [dialog] { return dialog() != nullptr; }, [dialog] { dialog()->activateWindow(); });
+    // Without the keys the dialog would keep the file that it proposes.
+    step(
+        u"keys for the save dialog"_s, [dialog] { return dialog()->isActiveWindow(); },
+        [dialog, path] {
+            auto *box = dialog()->findChild<QLineEdit *>(u"fileNameEdit"_s);
+            box->setFocus();
+            QGuiApplication::clipboard()->setText(path);
+            hand::pressKey(*box, Qt::Key_A, Qt::ControlModifier);
+            hand::pressKey(*box, Qt::Key_V, Qt::ControlModifier);
             hand::pressKey(*box, Qt::Key_Return);
         });
 }

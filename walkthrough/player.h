@@ -19,6 +19,9 @@ class Player : public QObject
 public:
     using Action = std::function<void()>;
 
+    /// The screen of this name where it takes input: shown, and not below another modal window; else null.
+    static Screen *screenOnTop(const QString &name);
+
     /// Pictures go to this folder, numbered in the order of taking.
     explicit Player(const QString &pictureFolder);
 
@@ -37,6 +40,9 @@ public:
     void acceptMessage(const QString &part, const QString &pictureName = {});
     /// Waits for the input box, types the text in place of what stands there, and accepts.
     void answerInput(const QString &text);
+
+    /// Waits for the save dialog, puts the file's path in place of its proposal, and accepts.
+    void saveAs(const QString &path);
 
     /// Takes a picture of a window.
     void picture(QWidget &window, const QString &name);

@@ -8,18 +8,12 @@
 #include <QtWidgets/QWidget>
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-
-const QString password = u"s3cret"_s;
-
-QString question(const Story &story)
-{
-    return story.arabic ? u"هل أنت متأكد"_s : u"Are you sure"_s;
-}
 
 void addPerson(Player &player, const Story &story, const Person &person)
 {
@@ -35,7 +29,7 @@ void addPerson(Player &player, const Story &story, const Person &person)
         hand::fill(screen, "txtFields_5", person.group);
         hand::click(screen, "cmdUpdate");
     });
-    player.acceptMessage(question(story));
+    player.acceptMessage(story.question());
 }
 
 /// What a family's first revenue and first expense come to, in either language.
@@ -44,6 +38,8 @@ struct Figures {
     QStringList shares; ///< of the revenue, in the order of the family
     QString expense;
     QString expenseShare;
+    QString expenseAnew;
+    QString shareAnew;
     QStringList amounts;
     Sums sums;
     Sums firstSums;
@@ -54,6 +50,8 @@ const Figures of1000And100{
     .shares = {u"125"_s, u"350"_s, u"350"_s, u"175"_s},
     .expense = u"100"_s,
     .expenseShare = u"33.3333"_s,
+    .expenseAnew = u"90"_s,
+    .shareAnew = u"30"_s,
     .amounts = {u"33.33"_s, u"33.33"_s, u"33.33"_s, u"125.00"_s, u"175.00"_s, u"350.00"_s, u"350.00"_s},
     .sums = {u"1,000.00"_s, u"100.00"_s, u"900.00"_s},
     .firstSums = {u"350.00"_s, u"33.33"_s, u"316.67"_s}};
@@ -62,27 +60,37 @@ const Figures of1001And200{
     .shares = {u"62"_s, u"62"_s, u"584.2084"_s, u"292.1042"_s},
     .expense = u"200"_s,
     .expenseShare = u"66.6667"_s,
+    .expenseAnew = u"100.01"_s,
+    .shareAnew = u"33.3367"_s,
     .amounts = {u"62.00"_s, u"62.00"_s, u"66.67"_s, u"66.67"_s, u"66.67"_s, u"292.10"_s, u"584.21"_s},
     .sums = {u"1,000.31"_s, u"200.00"_s, u"800.31"_s},
     .firstSums = {u"62.00"_s, u"66.67"_s, u" * -4.67"_s}};
 
-/// The revenue's row of each member, then the expense's of all but the last one by name.
-std::vector<LedgerRow> ledgerOf(const std::vector<Person> &family, const Figures &figures)
+/// The row of each member, by name.
+std::vector<LedgerRow> revenueRows(const std::vector<Person> &family, const QStringList &shares)
 {
-    std::vector<LedgerRow> revenue;
+    std::vector<LedgerRow> rows;
     for (std::size_t i = 0; i < family.size(); ++i)
-        revenue.push_back({1, family[i].name, figures.shares[qsizetype(i)]});
-    std::ranges::sort(revenue, {}, &LedgerRow::name);
-    std::vector<LedgerRow> rows = revenue;
-    revenue.pop_back();
-    for (const LedgerRow &row : revenue)
-        rows.push_back({2, row.name, figures.expenseShare});
+        rows.push_back({1, family[i].name, shares[qsizetype(i)]});
+    std::ranges::sort(rows, {}, &LedgerRow::name);
+    return rows;
+}
+
+/// The same share for all of a transaction's rows but the last one.
+std::vector<LedgerRow> expenseRows(int transaction, std::vector<LedgerRow> rows, const QString &share)
+{
+    rows.pop_back();
+    for (LedgerRow &row : rows)
+        row = {transaction, row.name, share};
     return rows;
 }
 
 Story storyOf(const QString &name, const Words &words, const QString &deceased,
               const std::vector<Person> &family, const Figures &figures)
 {
+    const std::vector<LedgerRow> revenue = revenueRows(family, figures.shares);
+    std::vector<LedgerRow> ledger = revenue;
+    std::ranges::copy(expenseRows(2, revenue, figures.expenseShare), std::back_inserter(ledger));
     return {.name = name,
             .arabic = name.startsWith(u"arabic"),
             .words = words,
@@ -92,7 +100,9 @@ Story storyOf(const QString &name, const Words &words, const QString &deceased,
             .revenueDate = u"15/03/2024"_s,
             .expense = figures.expense,
             .expenseDate = u"20/01/2025"_s,
-            .ledger = ledgerOf(family, figures),
+            .expenseAnew = figures.expenseAnew,
+            .ledger = ledger,
+            .ledgerAnew = expenseRows(3, revenue, figures.shareAnew),
             .amounts = figures.amounts,
             .sums = figures.sums,
             .firstSums = figures.firstSums};
@@ -100,17 +110,25 @@ Story storyOf(const QString &name, const Words &words, const QString &deceased,
 
 } // namespace
 
+QString Story::question() const
+{
+    return arabic ? u"هل أنت متأكد"_s : u"Are you sure"_s;
+}
+
 std::vector<Story> stories()
 {
     const Words arabicWords{
-        u"إيجار الدكان"_s, u"فاتورة الكهرباء"_s, u"إيجار العمارة"_s, u"نعم"_s, u"لا"_s, u"تعديل"_s, u"حذف"_s};
+        u"إيجار الدكان"_s, u"فاتورة الكهرباء"_s, u"إيجار العمارة"_s,  u"نعم"_s, u"لا"_s, u"تعديل"_s,
+        u"حذف"_s,          u"سكرتير العائلة"_s,  u"أمين سر العائلة"_s};
     const Words englishWords{u"Rent of the shop"_s,
                              u"The electricity bill"_s,
                              u"Rent of the house"_s,
                              u"YES"_s,
                              u"NO"_s,
                              u"Modified"_s,
-                             u"Deleted"_s};
+                             u"Deleted"_s,
+                             u"The secretary"_s,
+                             u"Secretary of the family"_s};
     return {
         storyOf(u"arabic-1"_s, arabicWords, u"عبد الرحمن بن صالح"_s,
                 {{u"فاطمة"_s, u"أنثى"_s, u"السيدة"_s, u"زوجه"_s, u"12/03/1958"_s, u"1"_s},
@@ -150,8 +168,8 @@ void playFirstUser(Player &player, const Story &story)
     player.acceptMessage(u"You have to create a user SOON!"_s);
     player.on(u"frmNewUser"_s, [&player, name](Screen &screen) {
         hand::fill(screen, "txtUsername", u"وكيل العائلة"_s);
-        hand::fill(screen, "txtPassword1", password);
-        hand::fill(screen, "txtPassword2", password);
+        hand::fill(screen, "txtPassword1", Story::password());
+        hand::fill(screen, "txtPassword2", Story::password());
         player.picture(screen, name + u"-frmNewUser"_s);
         hand::click(screen, "cmdOK");
     });
@@ -169,7 +187,7 @@ void playLogin(Player &player, const Story &story)
 {
     const QString name = story.name;
     player.on(u"frmLogin"_s, [&player, name](Screen &screen) {
-        hand::fill(screen, "txtPassword", password);
+        hand::fill(screen, "txtPassword", Story::password());
         player.picture(screen, name + u"-frmLogin"_s);
         hand::click(screen, "cmdOK");
     });
@@ -188,7 +206,7 @@ void playFamily(Player &player, const Story &story)
     });
     player.chooseMenu(u"frmMembers"_s, "mnuDesceased");
     player.answerInput(story.deceased);
-    player.acceptMessage(question(story));
+    player.acceptMessage(story.question());
     for (const Person &person : story.family)
         addPerson(player, story, person);
     player.on(u"frmMembers"_s, [&player, name](Screen &screen) {
@@ -211,16 +229,16 @@ void playRevenue(Player &player, const Story &story)
         player.picture(screen, story.name + u"-frmRevenue"_s);
         hand::click(screen, "cmdEntry");
     });
-    player.acceptMessage(question(story));
+    player.acceptMessage(story.question());
     player.acceptMessage(u"Successful Entry"_s);
     player.chooseMenu(u"frmRevenue"_s, "mnuExit");
 }
 
-void playExpense(Player &player, const Story &story)
+void playExpense(Player &player, const Story &story, const QString &amount)
 {
     player.click(u"frmMain"_s, "Command1");
-    player.on(u"frmExpense"_s, [&player, story](Screen &screen) {
-        hand::fill(screen, "Text1", story.expense);
+    player.on(u"frmExpense"_s, [&player, story, amount](Screen &screen) {
+        hand::fill(screen, "Text1", amount);
         hand::choose(screen, "ComboGType", story.arabic ? u"كهرباء"_s : u"Electricity"_s);
         hand::click(screen, "cmdAll");
         hand::click(screen, "Check1_3");
@@ -230,7 +248,7 @@ void playExpense(Player &player, const Story &story)
         player.picture(screen, story.name + u"-frmExpense"_s);
         hand::click(screen, "cmdEntry");
     });
-    player.acceptMessage(question(story));
+    player.acceptMessage(story.question());
     player.acceptMessage(u"Successful Entry"_s);
     player.chooseMenu(u"frmExpense"_s, "mnuExit");
 }

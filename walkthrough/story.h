@@ -40,12 +40,14 @@ struct Words {
     QString correctedNote; ///< the revenue's, later
     QString yes;           ///< of a valid row
     QString no;
-    QString modified; ///< in the audit row of the correction
-    QString deleted;  ///< in that of the cancellation
+    QString modified;  ///< in the audit row of the correction
+    QString deleted;   ///< in that of the cancellation
+    QString secretary; ///< a second user
+    QString correctedSecretary;
 };
 
 /// One family's first revenue and first expense, in one language; the one is corrected and the other
-/// cancelled.
+/// cancelled and entered anew.
 struct Story {
     QString name; ///< of the folder that the store lies in
     bool arabic = true;
@@ -56,10 +58,16 @@ struct Story {
     QString revenueDate;           ///< dd/MM/yyyy
     QString expense;               ///< among all members but the last one by name
     QString expenseDate;           ///< in a later year
-    std::vector<LedgerRow> ledger; ///< by transaction and name
-    QStringList amounts;           ///< of the ledger as the browser shows them, ascending
-    Sums sums;                     ///< of the whole ledger
-    Sums firstSums;                ///< of the member whose row stands first in `ledger`
+    QString expenseAnew;           ///< in its place, among the same
+    std::vector<LedgerRow> ledger; ///< of the first two, by transaction and name
+    std::vector<LedgerRow> ledgerAnew;
+    QStringList amounts; ///< of the ledger as the browser shows them, ascending
+    Sums sums;           ///< of the whole ledger
+    Sums firstSums;      ///< of the member whose row stands first in `ledger`
+
+    /// What the program asks before it writes.
+    QString question() const;
+    static QString password() { return QStringLiteral("s3cret"); } ///< of the first user
 };
 
 /// The four stories: two families, each in Arabic and in English.
@@ -76,7 +84,8 @@ void playLogin(Player &player, const Story &story);
 /// The deceased's name and the register.
 void playFamily(Player &player, const Story &story);
 void playRevenue(Player &player, const Story &story);
-void playExpense(Player &player, const Story &story);
+/// `amount` is in the place of `Story::expense`.
+void playExpense(Player &player, const Story &story, const QString &amount);
 /// Converts a date and reads the about box.
 void playConversion(Player &player);
 /// Closes the main screen; `lastly` is called on it before.

@@ -8,6 +8,7 @@
 #include "hand.h"
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
+#include "player.h"
 #include "presentation/prepare_screen.h"
 #include "shell/frmLogin.h"
 #include "shell/frmMain.h"
@@ -28,6 +29,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QHash>
+#include <QtCore/QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -93,7 +95,8 @@ void picturesOfBrowsers(const QString &folder, const QString &suffix)
 {
     engine.dbConnection->beginTrans();
     addRows();
-    for (const QString &table : {u"ledger"_s, u"general"_s, u"audit_members"_s}) {
+    for (const QString &table :
+         {u"ledger"_s, u"general"_s, u"audit_members"_s, u"audit_users"_s, u"audit_general"_s}) {
         engine.browseTable = table;
         pictureOf<frmUniversalGrid>(folder, u'-' + table + suffix);
     }
@@ -115,16 +118,39 @@ void pictureOfUsers(const QString &folder, const QString &suffix)
     engine.dbConnection->rollbackTrans();
 }
 
-/// The statements, that of a member with an archive to choose from, which is taken back.
+/// What a statement's screen shows of its rows.
+void pictureOfPreview(const QString &folder, const QString &suffix)
+{
+    frmGStatement statement;
+    statement.load();
+    statement.show();
+    hand::click(statement, "Option1_2");
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        Screen *preview = Player::screenOnTop(u"ReportPreview"_s);
+        if (preview == nullptr)
+            return;
+        look.stop();
+        takePicture(*preview, folder + u'/' + preview->objectName() + suffix);
+        hand::click(*preview, "cmdClose");
+    });
+    look.start(10);
+    hand::click(statement, "cmdShow");
+}
+
+/// The statements over more rows than the store has, that of a member with an archive to choose from: all of
+/// that is taken back.
 void picturesOfStatements(const QString &folder, const QString &suffix)
 {
     engine.browseTable = u"ledger"_s;
     engine.dbConnection->beginTrans();
+    addRows();
     engine.dbConnection->execute(u"select * into [ledger1] from [ledger]"_s);
     engine.dbConnection->execute(u"insert into archives ([table],[archive],[interval]) "
                                  "values ('ledger','ledger1','31/12/2003 - 01/01/2003')"_s);
     pictureOf<frmStatement>(folder, suffix);
     pictureOf<frmGStatement>(folder, suffix);
+    pictureOfPreview(folder, suffix);
     engine.dbConnection->rollbackTrans();
 }
 
