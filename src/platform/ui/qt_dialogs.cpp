@@ -54,6 +54,10 @@ template <typename Dialog>
 bool runDialog(const QPointer<Dialog> &dialog)
 {
     const DialogWait standing;
+    for (auto *button : dialog->template findChildren<QAbstractButton *>()) {
+        if (button->text().isRightToLeft()) // the mark of a key would part joined letters
+            button->setText(button->text().remove(u'&'));
+    }
     dialog->setWindowModality(Qt::ApplicationModal);
     dialog->show();
     dialog->activateWindow();
