@@ -42,9 +42,10 @@ Invention drawInvention(const UniformSource &uniform, qsizetype kinds, const Gen
 ///
 /// A statement that fails is told and the run goes on with the next one; a row that the store refuses is left
 /// out alone. The rows of fifty transactions and the number in `settings` are written together, and what is
-/// left at the end of the run, with no event served in between: no transaction is ever half in the store and
-/// no number is given twice. A process that is killed takes the last made-up transactions with it, fifty at
-/// the most.
+/// left at the end of the run, with no event served in between: no transaction is ever half in the store, and
+/// the next run begins behind the last one that is. What is posted while a run goes on takes a number of the
+/// run as well, since `settings` is all that tells of numbers. A process that is killed takes the last made-up
+/// transactions with it, fifty at the most.
 class Generator
 {
 public:
