@@ -31,6 +31,8 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.addOption({u"long"_s, u"The long run."_s});
     parser.addOption({u"seed"_s, u"Of what is left to chance."_s, u"NUMBER"_s, u"1"_s});
+    parser.addOption({u"operations"_s, u"So many in the soak."_s, u"NUMBER"_s});
+    parser.addOption({u"only"_s, u"This one alone in the soak, such as \"post revenue\"."_s, u"OPERATION"_s});
     parser.addPositionalArgument(u"trial"_s,
                                  u"kills, disk, power, bytes, two or soak; all when none is named."_s);
     parser.process(application);
@@ -52,7 +54,10 @@ int main(int argc, char **argv)
     play(u"power"_s, [&] { return losePower(folder.path(), isLong ? 700 : 10, seed); });
     play(u"bytes"_s, [&] { return damageBytes(isLong ? 1 : 1021); });
     play(u"two"_s, [&] { return postInTwo(folder.path(), isLong ? 1000 : 20); });
-    play(u"soak"_s, [&] { return soakScreens(folder.path(), isLong ? 50'000 : 150, seed); });
+    const int operations = parser.isSet(u"operations"_s) ? parser.value(u"operations"_s).toInt()
+                           : isLong                      ? 50'000
+                                                         : 150;
+    play(u"soak"_s, [&] { return soakScreens(folder.path(), operations, seed, parser.value(u"only"_s)); });
     std::printf("%s\n", bad == 0 ? "nothing bad" : "FOUND SOMETHING BAD");
     return bad == 0 ? 0 : 1;
 }

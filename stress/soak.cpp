@@ -74,8 +74,8 @@ void reportMessage(QtMsgType, const QMessageLogContext &, const QString &message
 class Day
 {
 public:
-    Day(const Places &places, std::uint32_t seed, int operations)
-        : m_places(places), m_operations(operations),
+    Day(const Places &places, std::uint32_t seed, int operations, const QString &onlyAct)
+        : m_places(places), m_operations(operations), m_onlyAct(onlyAct),
           m_user(places.exports, seed, [&places] { expectNoPlainText(places.searched, places.exports); })
     {
     }
@@ -135,15 +135,18 @@ private:
 
     const SoakAct &someAct()
     {
+        const auto weightOf = [this](const SoakAct &act) {
+            return m_onlyAct.isEmpty() || m_onlyAct == QLatin1StringView(act.name) ? act.weight : 0;
+        };
         int all = 0;
         for (const SoakAct &act : soakActs())
-            all += act.weight;
+            all += weightOf(act);
+        if (all == 0)
+            throw std::runtime_error("no operation of this name");
         int place = m_user.pick(all);
-        for (const SoakAct &act : soakActs()) {
-            if ((place -= act.weight) < 0)
-                return act;
-        }
-        return soakActs().back();
+        const auto act = std::find_if(soakActs().begin(), soakActs().end(),
+                                      [&](const SoakAct &one) { return (place -= weightOf(one)) < 0; });
+        return *act;
     }
 
     void check()
@@ -174,6 +177,7 @@ private:
 
     const Places &m_places;
     int m_operations;
+    QString m_onlyAct;
     SoakUser m_user;
     SoakBooks m_books;
     SoakStore m_before;
@@ -205,7 +209,8 @@ void judge(Findings &findings, const QList<SoakSample> &samples)
 
 } // namespace
 
-Findings soakScreens(const QString &templateFolder, int operations, std::uint32_t seed)
+Findings soakScreens(const QString &templateFolder, int operations, std::uint32_t seed,
+                     const QString &onlyAct)
 {
     const QTemporaryDir folder;
     const QString office = folder.filePath(u"office"_s);
@@ -228,7 +233,7 @@ Findings soakScreens(const QString &templateFolder, int operations, std::uint32_
         layOut(office, places.store);
         QDir().mkpath(places.exports);
         {
-            Day today(places, daySeed, count);
+            Day today(places, daySeed, count, onlyAct);
             if (!today.play())
                 findings.finding(u"--seed %1, operation %2 (%3): %4"_s.arg(daySeed)
                                      .arg(today.done() + 1)
@@ -245,7 +250,7 @@ Findings soakScreens(const QString &templateFolder, int operations, std::uint32_
         done += count;
         samples << sampleProcess(done);
         const SoakSample &last = samples.last();
-        if (day % 20 == 0 || done >= operations)
+        if (day % 4 == 0 || done >= operations)
             std::printf(
                 "%6d operations, %5lld s: resident %.0f KiB, heap %.0f KiB, %d open files, %d widgets\n",
                 done, timer.elapsed() / 1000, last.residentKib, last.heapKib, last.openFiles, last.widgets);

@@ -6,6 +6,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
+#include <QtGui/QPixmapCache>
 #include <QtWidgets/QApplication>
 
 #include <malloc.h>
@@ -122,6 +123,7 @@ void expectNoPlainText(const QStringList &folders, const QString &exports)
 
 SoakSample sampleProcess(int operation)
 {
+    QPixmapCache::clear(); // it grows to its limit by itself, by a little with each new palette
     malloc_trim(0);
     SoakSample sample;
     sample.operation = operation;

@@ -18,6 +18,7 @@ Findings losePower(const QString &templateFolder, int times, std::uint32_t seed)
 Findings damageBytes(int stride);
 /// Two programs post beside each other, so many times each.
 Findings postInTwo(const QString &templateFolder, int times);
-/// Works at the real screens, so many operations of all kinds in an order left to chance: the store stays
-/// whole, memory and open files don't grow, no file is left and none holds a text of the store.
-Findings soakScreens(const QString &templateFolder, int operations, std::uint32_t seed);
+/// Works at the real screens, so many operations of all kinds, or of one, in an order left to chance: the
+/// store stays whole, memory and open files don't grow, no file is left and none holds a text of the store.
+Findings soakScreens(const QString &templateFolder, int operations, std::uint32_t seed,
+                     const QString &onlyAct);
