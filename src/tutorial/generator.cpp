@@ -214,7 +214,6 @@ std::vector<RuntimeError> Generator::write()
             attempts.set(*m_ledger, u"amount"_s, part.share);
             attempts.set(*m_ledger, u"totalamount"_s, total);
         }
-        ++m_recordsMade;
     }
     attempts([&] { m_ledger->update(); });
     attempts([&] { m_general->update(); });
@@ -224,8 +223,15 @@ std::vector<RuntimeError> Generator::write()
         m_settings->setValue(0, m_unwritten.back().id);
         m_settings->update();
     });
-    if (begun)
-        attempts([&] { m_store->commitTrans(); });
+    if (!begun || attempts([&] { m_store->commitTrans(); })) {
+        m_recordsMade += qint32(m_unwritten.size());
+    } else { // of a full disk: nothing of them is there, and no row of theirs may follow alone
+        attempts([&] { m_store->rollbackTrans(); });
+        for (const RecordsetPtr &table : {m_ledger, m_general, m_settings}) {
+            if (table->editMode() != EditMode::None)
+                attempts([&] { table->cancelUpdate(); });
+        }
+    }
     m_unwritten.clear();
     return std::move(attempts.failures);
 }

@@ -44,8 +44,8 @@ Invention drawInvention(const UniformSource &uniform, qsizetype kinds, const Gen
 /// out alone. The rows of fifty transactions and the number in `settings` are written together, and what is
 /// left at the end of the run, with no event served in between: no transaction is ever half in the store, and
 /// the next run begins behind the last one that is. What is posted while a run goes on takes a number of the
-/// run as well, since `settings` is all that tells of numbers. A process that is killed takes the last made-up
-/// transactions with it, fifty at the most.
+/// run as well, since `settings` is all that tells of numbers. A process that is killed takes the last
+/// made-up transactions with it, fifty at the most.
 class Generator
 {
 public:
@@ -69,7 +69,7 @@ public:
     void close();
     /// The same without a word about failures.
     void release();
-    /// Transactions that were handed to the store.
+    /// Transactions that the store has taken, rows that it refused aside.
     qint32 recordsMade() const { return m_recordsMade; }
 
 private:
