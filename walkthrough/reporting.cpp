@@ -24,17 +24,17 @@ struct Place {
 void showAndSave(Player &player, const Place &place, const QString &name)
 {
     player.click(place.screen, "cmdShow");
-    player.on(preview, [&player, picture = place.pictures + name](Screen &screen) {
-        player.picture(screen, picture);
-        hand::click(screen, "cmdSave");
-    });
+    player.click(preview, "cmdSave");
     player.saveAs(place.folder + u'/' + name + u".pdf"_s);
     const auto isSaved = [part = name + u".pdf"_s] {
         const Screen *screen = Player::screenOnTop(preview);
         return screen != nullptr && captionOf(hand::find(*screen, "lblStatus")).contains(part);
     };
-    player.step(u"the saved "_s + name, isSaved,
-                [] { hand::click(*Player::screenOnTop(preview), "cmdClose"); });
+    player.step(u"the saved "_s + name, isSaved, [&player, picture = place.pictures + name] {
+        Screen &screen = *Player::screenOnTop(preview);
+        player.picture(screen, picture);
+        hand::click(screen, "cmdClose");
+    });
     player.on(place.screen, [&player, picture = place.pictures + name + u"-shown"_s](Screen &screen) {
         player.picture(screen, picture);
         hand::click(screen, "cmdExcell");

@@ -109,7 +109,7 @@ void pictureOfUsers(const QString &folder, const QString &suffix)
     engine.dbConnection->beginTrans();
     int rank = 1;
     for (const QString &user : {u"abdullah','عبد الله بن صالح"_s, u"noura','نورة بنت أحمد"_s,
-                                u"secretary','Secretary of the family"_s})
+                                u"bookkeeper','Bookkeeper of the family"_s})
         engine.dbConnection->execute(
             u"insert into users (userid,name,rank,lastlogin,createdon,createdby,valid) values ('%1',%2,"
             "'21/11/2025 08:00:00','20/11/2025 13:05:09','root',true)"_s.arg(user)
