@@ -9,6 +9,7 @@
 #include <QtPrintSupport/QPrinter>
 
 #include <algorithm>
+#include <cerrno>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -99,7 +100,8 @@ void writePdf(const Report &report, const QString &path, const QPageLayout &pape
         writer.setResolution(1440);
         writer.setTitle(QString(report.title).replace(u"\r\n"_s, u" "_s).simplified());
         writer.setCreator(u"Quvana"_s);
-        drawPages(writer, pages, selection, progress);
+        if (!drawPages(writer, pages, selection, progress))
+            throw file.failure(EIO);
     }
     file.commit();
 }
