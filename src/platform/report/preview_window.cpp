@@ -6,6 +6,7 @@
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/fonts.h"
+#include "platform/ui/hourglass.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QScopedValueRollback>
@@ -238,10 +239,6 @@ void PreviewWindow::putOut(const QString &success, Output &&output)
 {
     m_stop = false;
     m_sinceEvents.start();
-    struct Hourglass {
-        Hourglass() { setHourglass(true); }
-        ~Hourglass() { setHourglass(false); }
-    };
     m_status->clear();
     try {
         const QScopedValueRollback working(m_working, true);
