@@ -48,12 +48,12 @@ int main(int argc, char **argv)
         if (wanted.isEmpty() || wanted.contains(name))
             bad += trial().bad;
     };
-    play(u"kills"_s, [&] { return killOperations(folder.path(), isLong ? 500 : 5, seed); });
-    play(u"disk"_s, [&] { return failDisk(folder.path(), isLong ? 1 : 37); });
-    play(u"disk"_s, [&] { return limitExport(folder.path(), isLong ? 64 : 2048); });
-    play(u"power"_s, [&] { return losePower(folder.path(), isLong ? 700 : 10, seed); });
-    play(u"bytes"_s, [&] { return damageBytes(isLong ? 1 : 1021); });
-    play(u"two"_s, [&] { return postInTwo(folder.path(), isLong ? 1000 : 20); });
+    play(u"kills"_s, [&] { return killOperations(folder.path(), isLong ? 500 : 3, seed); });
+    play(u"disk"_s, [&] { return failDisk(folder.path(), isLong ? 1 : 71); });
+    play(u"disk"_s, [&] { return limitExport(folder.path(), isLong ? 64 : 4096); });
+    play(u"power"_s, [&] { return losePower(folder.path(), isLong ? 700 : 5, seed); });
+    play(u"bytes"_s, [&] { return damageBytes(isLong ? 1 : 2039); });
+    play(u"two"_s, [&] { return postInTwo(folder.path(), isLong ? 1000 : 10); });
     const int operations = parser.isSet(u"operations"_s) ? parser.value(u"operations"_s).toInt()
                            : isLong                      ? 50'000
                                                          : 150;

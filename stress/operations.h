@@ -12,6 +12,7 @@ struct Operation {
     const char *name;
     /// The program's own routine in an attached session; False when it told a failure.
     std::function<bool()> run;
+    bool auditMayFail = false; ///< its audit row fails in silence and the work goes on: that is meant
 };
 
 /// Posting, correcting, cancelling, archiving, merging, compacting, creating a store, tutorial start, export.
@@ -56,7 +57,7 @@ Course courseOf(const Operation &operation, const QString &templateFolder);
 void layOut(const QString &templateFolder, const QString &folder);
 
 /// Begins a session in the folder and posts once more, as the next start does: what is wrong, or the empty
-/// text. What its state may be is one of the course; behind a failed statement of a cancel, whose statements
-/// stand each by itself, only the amounts are as before.
+/// text. Its state must be one of the course; behind a failed statement of work whose audit row may fail, its
+/// rows without the audit rows and the marks of a cancel must.
 QString wrongAtNextStart(const Operation &operation, const Course &course, const QString &folder,
                          bool statementFailed = false);
