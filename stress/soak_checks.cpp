@@ -6,7 +6,6 @@
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
-#include <QtGui/QPixmapCache>
 #include <QtWidgets/QApplication>
 
 #include <malloc.h>
@@ -123,7 +122,6 @@ void expectNoPlainText(const QStringList &folders, const QString &exports)
 
 SoakSample sampleProcess(int operation)
 {
-    QPixmapCache::clear(); // it grows to its limit by itself, by a little with each new palette
     malloc_trim(0);
     SoakSample sample;
     sample.operation = operation;

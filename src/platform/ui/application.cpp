@@ -15,6 +15,7 @@
 #include <QtCore/QTranslator>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPalette>
+#include <QtGui/QPixmapCache>
 
 #include <exception>
 #include <utility>
@@ -132,6 +133,9 @@ Application::Application(int &argc, char **argv) : QApplication(argumentsOf96Dpi
     setApplicationName(u"Quvana"_s);
     setQuitOnLastWindowClosed(false);  // screens, not windows, keep the process alive
     QLocale::setDefault(QLocale::c()); // no text of the program follows the machine's regional settings
+    // The style keeps pictures of what it draws under a name for each palette, and each window has palettes
+    // of its own: the cache would grow to its limit, and the names are never let go of.
+    QPixmapCache::setCacheLimit(0);
     setStyle(new ProgramStyle);
     setPalette(lightPalette());
     setFont(readableFont(u"Noto Sans"_s, 9, false));
