@@ -1,6 +1,6 @@
 #include "bare_store.h"
 
-#include "platform/database/sql/storage.h"
+#include "platform/database/sql/functions.h"
 
 #include <sqlcipher/sqlite3.h>
 

@@ -2,7 +2,7 @@
 
 #include "core/engine.h"
 #include "store/connection_strings.h"
-#include "store/schema.h"
+#include "store/create_store.h"
 
 #include <QtCore/QFile>
 

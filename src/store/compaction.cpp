@@ -1,6 +1,6 @@
 #include "store/compaction.h"
 
-#include "platform/database/store_file.h"
+#include "platform/database/compaction.h"
 #include "platform/runtime/files.h"
 #include "store/connection_strings.h"
 

@@ -1,3 +1,5 @@
+#include "store/create_store.h"
+
 #include "core/engine.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/runtime_error.h"

@@ -7,7 +7,7 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/hourglass.h"
-#include "store/schema.h"
+#include "store/create_store.h"
 #include "tutorial/frmGenerateData.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,4 +1,5 @@
 #include "database/temp_store.h"
+#include "platform/database/compaction.h"
 
 // The file itself: its making, its rewriting, and what another tool reads in it.
 

@@ -2,7 +2,7 @@
 #include "platform/ui/application.h"
 #include "shell/frmLogin.h"
 #include "shell/main.h"
-#include "store/schema.h"
+#include "store/create_store.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "users/frmNewUser.h"
@@ -40,6 +40,19 @@ TEST_F(SessionFixture, MakesTheStoreSilentlyAndEndsTheFirstRun)
     EXPECT_TRUE(KeyExists(programKey));
     EXPECT_EQ(engine.deceasedName, u"unknown"_s);
     EXPECT_EQ(engine.mainScreen, nullptr);
+}
+
+TEST_F(SessionFixture, KeepsItsStoresInTheDataFolderWhenInstalled)
+{
+    qputenv("XDG_DATA_HOME", QFile::encodeName(folder() + u"/data"_s));
+    const QString bin = folder() + u"/usr/bin"_s;
+    QDir().mkpath(bin);
+    EXPECT_EQ(folderOfStores(bin), bin); // copied there by hand
+    QDir().mkpath(folder() + u"/usr/share/applications"_s);
+    writeFile(folder() + u"/usr/share/applications/quvana.desktop"_s, "[Desktop Entry]\n");
+    EXPECT_EQ(folderOfStores(bin), folder() + u"/data/quvana"_s); // though it could write beside itself
+    EXPECT_TRUE(QFileInfo(folder() + u"/data/quvana"_s).isDir());
+    qunsetenv("XDG_DATA_HOME");
 }
 
 TEST_F(SessionFixture, AsksWhetherALostStoreIsToBeMadeAnew)

@@ -1,4 +1,4 @@
-#include "store/schema.h"
+#include "store/create_store.h"
 #include "support/child_process.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"

@@ -4,7 +4,7 @@
 #include "core/program_place.h"
 #include "platform/runtime/runtime_error.h"
 #include "store/connection_strings.h"
-#include "store/schema.h"
+#include "store/create_store.h"
 #include "support/scripted_dialogs.h"
 
 #include <QtCore/QFile>

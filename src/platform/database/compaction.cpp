@@ -1,8 +1,9 @@
+#include "platform/database/compaction.h"
+
 #include "platform/database/connection_string.h"
 #include "platform/database/engine.h"
 #include "platform/database/errors.h"
 #include "platform/database/sql/ddl.h"
-#include "platform/database/store_file.h"
 #include "platform/database/store_path.h"
 
 #include <QtCore/QFile>

@@ -2,7 +2,7 @@
 
 #include "platform/database/errors.h"
 #include "platform/database/sql/collation.h"
-#include "platform/database/sql/storage.h"
+#include "platform/database/sql/functions.h"
 #include "platform/database/store_path.h"
 
 #include <QtCore/QFile>

@@ -45,8 +45,3 @@ private:
     struct Private;
     std::unique_ptr<Private> d;
 };
-
-/// Writes the store of one connection string anew, without gaps, into the file of another (where nothing may
-/// stand). The password is that of the target's string; counters go on where they were. The target is
-/// complete on the disk when this returns; when it throws, the source is untouched.
-void compactStoreFile(const QString &sourceConnectionString, const QString &targetConnectionString);

@@ -1,3 +1,5 @@
+#include "platform/database/sql/functions.h"
+
 #include "platform/database/errors.h"
 #include "platform/database/sql/collation.h"
 #include "platform/database/sql/lookup.h"
