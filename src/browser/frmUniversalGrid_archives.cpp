@@ -81,10 +81,7 @@ void frmUniversalGrid::ArchivesList_Click()
             {u"You are not supposed to change the archive name, just make a selection from the damn list!!"_s,
              u"لا تقم بتغيير إسم الإرشيف!!  فقط قم بإختيار المطلوب من القائمه"_s});
     try {
-        const qsizetype colon = entry.indexOf(u':');
-        if (colon == 0)
-            throw runtime_errors::invalidCall();
-        const QString table = colon < 0 ? entry : entry.left(colon - 1);
+        const QString table = archiveTableOf(entry);
         if (table != m_currentTable) // by the table that a browser was opened on last: that is meant
             showTable(table, getstrsql(engine.browseTable, table), translate(m_tableName) + u' ' + entry);
     } catch (const RuntimeError &failure) {

@@ -5,6 +5,7 @@
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/numbers.h"
+#include "platform/ui/color_number.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "presentation/prepare_screen.h"
@@ -14,17 +15,6 @@
 #include <QtWidgets/QLayout>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace
-{
-
-/// 0xBBGGRR
-qint32 colorNumber(const QColor &color)
-{
-    return color.blue() << 16 | color.green() << 8 | color.red();
-}
-
-} // namespace
 
 frmLogin::frmLogin() : Screen(u"frmLogin"_s), m_ui(std::make_unique<Ui::frmLogin>())
 {

@@ -5,10 +5,8 @@
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/ui/dialogs.h"
-#include "platform/ui/screen.h"
+#include "platform/ui/hourglass.h"
 #include "store/compaction.h"
-
-#include <QtCore/QScopeGuard>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,8 +36,7 @@ void maintainStore()
     if (engine.dbConnection->isOpen())
         engine.dbConnection->close();
     {
-        Screen::setHourglass(true);
-        const auto normalPointer = qScopeGuard([] { Screen::setHourglass(false); });
+        const Hourglass hourglass;
         engine.compactSucceeded =
             CompactStore(engine.activeStorePath, engine.compactTempPath, engine.storePassword);
     }

@@ -11,7 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-constexpr qint32 dialogCancelled = 32755;
 constexpr qint32 saveRefused = 1004;
 
 void fill(Workbook &workbook, Recordset &rows)
@@ -45,7 +44,7 @@ QString exported(Recordset &rows, QString &name, ExportFailure failure)
         workbook.saveAs(name);
         return u"Export complete..   تم التصدير بنجاح"_s;
     } catch (const RuntimeError &error) {
-        if (error.number() == dialogCancelled)
+        if (runtime_errors::isCancelled(error))
             return {};
         if (error.number() == saveRefused || (saving && failure == ExportFailure::Silent))
             return u"Cancelled.. تم الإلغاء"_s;

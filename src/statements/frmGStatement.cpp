@@ -6,6 +6,7 @@
 #include "presentation/vocabulary.h"
 #include "statements/export_rows.h"
 #include "statements/report_designs.h"
+#include "store/archive_tables.h"
 #include "ui_frmGStatement.h"
 
 #include <QtGui/QKeyEvent>
@@ -80,7 +81,7 @@ void frmGStatement::ArchivesList_Click()
         return showMessage(
             u"You are not supposed to change the archive name, just make a selection from the damn list!!"_s +
             u"\r\n"_s + u"لا تقم بتغيير إسم الإرشيف!!  فقط قم بإختيار المطلوب من القائمه"_s);
-    m_generalTable = tableOf(entry);
+    m_generalTable = archiveTableOf(entry);
 }
 
 // --- showing and exporting

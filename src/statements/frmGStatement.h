@@ -32,9 +32,9 @@ protected:
 private:
     void MakeFamilySql();
 
+    std::unique_ptr<Ui::frmGStatement> m_ui;
     QString m_statementSide; ///< "debit", "credit" or "both"
     QString m_statementTitle;
     QString m_generalTable;
     QString m_fileName; ///< of the last export: nothing else is proposed
-    std::unique_ptr<Ui::frmGStatement> m_ui;
 };

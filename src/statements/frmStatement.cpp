@@ -95,7 +95,7 @@ void frmStatement::forgetDates()
 
 void frmStatement::ArchivesList_Click()
 {
-    m_ledgerTable = tableOf(m_ui->ArchivesList->currentText());
+    m_ledgerTable = archiveTableOf(m_ui->ArchivesList->currentText());
 }
 
 // --- showing and exporting

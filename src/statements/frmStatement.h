@@ -37,8 +37,8 @@ private:
     void MakeStatementSql();
     void makeStatement();
 
+    std::unique_ptr<Ui::frmStatement> m_ui;
     QString m_statementType; ///< "expenses", "revenues" or "both"
     QString m_ledgerTable;
     QString m_memberTitle;
-    std::unique_ptr<Ui::frmStatement> m_ui;
 };

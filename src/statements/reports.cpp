@@ -41,18 +41,13 @@ const BooleanWords *wordsOf(std::span<const BooleanWords> words, const QString &
     return found == words.end() ? nullptr : &*found;
 }
 
-void takeSessionFont(ReportControl &control)
+/// Of a report or a control.
+template <typename Text>
+void takeSessionFont(Text &text)
 {
-    control.fontName = engine.userFontName;
-    control.fontSize = engine.userFontSize;
-    control.fontBold = engine.userFontBold;
-}
-
-void takeSessionFont(Report &report)
-{
-    report.fontName = engine.userFontName;
-    report.fontSize = engine.userFontSize;
-    report.fontBold = engine.userFontBold;
+    text.fontName = engine.userFontName;
+    text.fontSize = engine.userFontSize;
+    text.fontBold = engine.userFontBold;
 }
 
 void showDates(ReportControl &box, const QString &fieldName)

@@ -107,14 +107,6 @@ QString StatementScreen::rangeLine() const
     return engine.isArabic ? u" من "_s + from + u" إلى "_s + to : u" From "_s + from + u" To "_s + to;
 }
 
-QString StatementScreen::tableOf(const QString &entry)
-{
-    const qsizetype colon = entry.indexOf(u':');
-    if (colon == 0)
-        throw runtime_errors::invalidCall();
-    return colon < 0 ? entry : entry.left(colon - 1); // without the blank in front of the colon
-}
-
 // --- rows
 
 void StatementScreen::clearCount()
@@ -147,9 +139,6 @@ void StatementScreen::showStatement(Report report, const QString &caption, const
     report.caption = caption;
     report.rightToLeft = engine.isArabic;
     report.title = title;
-    report.fontBold = engine.userFontBold;
-    report.fontName = engine.userFontName;
-    report.fontSize = engine.userFontSize;
     ReformatStatementReport(report, *m_rsStatement);
     showReport(report);
 }

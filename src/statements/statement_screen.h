@@ -57,9 +57,6 @@ protected:
     /// Shows the open rows by a report in the session's language and font.
     /// @throws RuntimeError 8526 when a field of the design is not among the rows
     void showStatement(Report report, const QString &caption, const QString &title);
-    /// The table of an entry of the list of archives.
-    /// @throws RuntimeError 5 for an entry that begins with the colon
-    static QString tableOf(const QString &entry);
 
     bool m_monthly = false;
     bool m_datesChosen = false;

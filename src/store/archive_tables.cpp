@@ -2,6 +2,7 @@
 
 #include "core/engine.h"
 #include "platform/runtime/numbers.h"
+#include "platform/runtime/runtime_error.h"
 
 #include <QtWidgets/QComboBox>
 
@@ -64,4 +65,12 @@ void FillArchivesList(const QString &table, QComboBox *list)
     archives->close();
     list->addItems(entries);
     list->setCurrentIndex(0);
+}
+
+QString archiveTableOf(const QString &entry)
+{
+    const qsizetype colon = entry.indexOf(u':');
+    if (colon == 0)
+        throw runtime_errors::invalidCall();
+    return colon < 0 ? entry : entry.left(colon - 1);
 }

@@ -14,3 +14,7 @@ QString NextArchiveName(const QString &table);
 /// leaves the list empty.
 /// @throws RuntimeError as the store does
 void FillArchivesList(const QString &table, QComboBox *list);
+
+/// The table of an entry of such a list: what stands in front of the blank and the colon, or the whole entry.
+/// @throws RuntimeError 5 for an entry that begins with the colon
+QString archiveTableOf(const QString &entry);

@@ -3,13 +3,13 @@
 #include "core/engine.h"
 #include "core/navigation.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/hourglass.h"
 #include "platform/ui/twips.h"
 #include "presentation/prepare_screen.h"
 #include "ui_frmChanges.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
-#include <QtCore/QScopeGuard>
 #include <QtWidgets/QLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -25,8 +25,7 @@ void openBrowser(const QString &table)
     engine.browseTable = table;
     if (!navigation.newBrowser)
         return;
-    Screen::setHourglass(true);
-    const auto normalPointer = qScopeGuard([] { Screen::setHourglass(false); });
+    const Hourglass hourglass;
     QPointer<Screen> &browser = browsers[table];
     if (!browser || browser->isDiscarded())
         browser = navigation.newBrowser();

@@ -26,7 +26,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-constexpr int cancelled = 32755;
 constexpr int rowsCountedAtOnce = 400;
 } // namespace
 
@@ -228,7 +227,7 @@ void PreviewWindow::run(const QString &failureText, Command &&command)
     try {
         command();
     } catch (const RuntimeError &error) {
-        if (error.number() != cancelled)
+        if (!runtime_errors::isCancelled(error))
             showMessage(failureText + u"\n\n"_s + error.description(), MessageIcon::Critical);
     }
 }
@@ -245,7 +244,7 @@ void PreviewWindow::putOut(const QString &success, Output &&output)
         const Hourglass shown;
         output([this](int page) { return goOn(page); });
     } catch (const RuntimeError &error) {
-        m_status->setText(error.number() == cancelled ? m_texts.stopped : QString());
+        m_status->setText(runtime_errors::isCancelled(error) ? m_texts.stopped : QString());
         throw;
     }
     m_status->setText(success);

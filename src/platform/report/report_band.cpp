@@ -1,5 +1,7 @@
 #include "platform/report/report_band.h"
 
+#include "platform/ui/color_number.h"
+
 #include <QtGui/QPainter>
 
 #include <algorithm>
@@ -40,11 +42,6 @@ Qt::Alignment sideOf(const Report &report, const ReportControl &control, const R
         return Qt::AlignRight;
     const bool rightToLeft = report.rightToLeft || control.rightToLeft;
     return (control.alignment == Alignment::End) == rightToLeft ? Qt::AlignLeft : Qt::AlignRight;
-}
-
-QColor colorOf(qint32 color)
-{
-    return QColor(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF);
 }
 
 void drawImage(QPainter &painter, const QRectF &place, const QPixmap &image)

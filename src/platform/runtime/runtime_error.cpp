@@ -20,6 +20,8 @@ namespace runtime_errors
 {
 namespace
 {
+constexpr qint32 cancelledNumber = 32755;
+
 RuntimeError failure(qint32 number, const QString &description)
 {
     return RuntimeError(number, u"Quvana"_s, description);
@@ -76,6 +78,10 @@ RuntimeError invalidNull()
 }
 RuntimeError cancelled()
 {
-    return failure(32755, u"Cancel was selected."_s);
+    return failure(cancelledNumber, u"Cancel was selected."_s);
+}
+bool isCancelled(const RuntimeError &failure)
+{
+    return failure.number() == cancelledNumber;
 }
 } // namespace runtime_errors

@@ -6,7 +6,7 @@
 #include <utility>
 
 /// A failure of the platform: the one exception type that `platform/` throws. A routine that traps errors
-/// catches it exactly where it is told to; what nobody traps reaches the application's event dispatch and
+/// catches it where its header says so; what nobody traps reaches the application's event dispatch and
 /// ends the process.
 class RuntimeError : public std::exception
 {
@@ -45,6 +45,9 @@ RuntimeError pathNotFound();     ///< 76
 RuntimeError objectNotSet();     ///< 91
 RuntimeError invalidNull();      ///< 94
 RuntimeError cancelled();        ///< 32755
+
+/// Whether it was the user who stopped: a failure of the kind of cancelled().
+bool isCancelled(const RuntimeError &failure);
 } // namespace runtime_errors
 
 /// Runs one statement with errors ignored: a RuntimeError that it throws is dropped and the caller goes on.

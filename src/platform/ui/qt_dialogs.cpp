@@ -2,6 +2,7 @@
 
 #include "platform/runtime/numbers.h"
 #include "platform/ui/application.h"
+#include "platform/ui/color_number.h"
 #include "platform/ui/fonts.h"
 #include "platform/ui/screen.h"
 #include "platform/ui/wait.h"
@@ -204,7 +205,7 @@ QFont listedFont(const FontChoice &choice)
 QPixmap colorSample(qint32 color)
 {
     QPixmap sample(48, 14);
-    sample.fill(QColor(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF));
+    sample.fill(colorOf(color));
     return sample;
 }
 
