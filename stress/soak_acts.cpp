@@ -1,10 +1,13 @@
 #include "stress/soak_acts.h"
 
 #include "core/engine.h"
+#include "platform/ui/application.h"
+#include "platform/ui/bound_grid.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/screen.h"
 #include "walkthrough/hand.h"
 
+#include <QtCore/QDate>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QComboBox>
@@ -20,6 +23,8 @@ namespace
 
 using Use = std::function<void(Screen &)>;
 
+constexpr int familySize = 4; // of the template
+
 Screen &loaded(const char *name)
 {
     for (Screen *screen : Screen::loadedScreens()) {
@@ -27,6 +32,18 @@ Screen &loaded(const char *name)
             return *screen;
     }
     throw std::runtime_error(std::string("no ") + name + " was opened");
+}
+
+/// Opens a screen of the modifications menu, and closes both behind.
+void useScreen(Screen &mainScreen, const char *button, const char *name, const Use &use)
+{
+    hand::click(mainScreen, "Command3");
+    Screen &changes = loaded("frmChanges");
+    hand::click(changes, button);
+    Screen &screen = loaded(name);
+    use(screen);
+    hand::click(screen, "cmdClose");
+    hand::click(changes, "Command9");
 }
 
 /// Some day of 2004 as it is typed.
@@ -113,13 +130,7 @@ constexpr const char *auditButton = "Command7";
 
 void browse(Screen &mainScreen, const char *button, const Use &use)
 {
-    hand::click(mainScreen, "Command3");
-    Screen &changes = loaded("frmChanges");
-    hand::click(changes, button);
-    Screen &browser = loaded("frmUniversalGrid");
-    use(browser);
-    hand::click(browser, "cmdClose");
-    hand::click(changes, "Command9");
+    useScreen(mainScreen, button, "frmUniversalGrid", use);
 }
 
 FlexGrid &gridOf(Screen &browser)
@@ -384,41 +395,91 @@ void statement(Screen &mainScreen, SoakUser &user, SoakBooks &)
 
 void useMembers(Screen &mainScreen, SoakUser &user, SoakBooks &)
 {
-    hand::click(mainScreen, "Command3");
-    Screen &changes = loaded("frmChanges");
-    hand::click(changes, "Command2");
-    Screen &members = loaded("frmMembers");
-    constexpr const char *buttons[] = {"cmdFirst", "cmdNext", "cmdLast", "cmdPrevious", "cmdRefresh"};
-    for (int i = user.pick(4); i > 0; --i)
-        hand::click(members, buttons[user.pick(5)]);
-    switch (user.pick(4)) {
-    case 0:
-        hand::chooseMenu(members, "mnuShow", "mnuInValid");
-        hand::chooseMenu(members, "mnuShow", "mnuBoth");
-        break;
-    case 1:
-        hand::chooseMenu(members, "mnuDesceased", nullptr);
-        break;
-    default:
-        hand::click(members, "cmdEdit");
-        hand::fill(members, "txtFields_2", u"pl. %1"_s.arg(user.pick(1000)));
-        hand::click(members, user.oneIn(3) ? "cmdCancel" : "cmdUpdate");
-    }
-    hand::click(members, "cmdClose");
-    hand::click(changes, "Command9");
+    useScreen(mainScreen, "Command2", "frmMembers", [&](Screen &members) {
+        constexpr const char *buttons[] = {"cmdFirst", "cmdNext", "cmdLast", "cmdPrevious", "cmdRefresh"};
+        for (int i = user.pick(4); i > 0; --i)
+            hand::click(members, buttons[user.pick(5)]);
+        switch (user.pick(4)) {
+        case 0:
+            hand::chooseMenu(members, "mnuShow", "mnuInValid");
+            hand::chooseMenu(members, "mnuShow", "mnuBoth");
+            break;
+        case 1:
+            hand::chooseMenu(members, "mnuDesceased", nullptr);
+            break;
+        default:
+            hand::click(members, "cmdEdit");
+            hand::fill(members, "txtFields_2", u"pl. %1"_s.arg(user.pick(1000)));
+            hand::click(members, user.oneIn(3) ? "cmdCancel" : "cmdUpdate");
+        }
+    });
+}
+
+/// Behind all others, so that he is the last one: of him alone the command that deletes marks the row that it
+/// has tested.
+void addMember(Screen &mainScreen, SoakUser &user, SoakBooks &)
+{
+    useScreen(mainScreen, "Command2", "frmMembers", [&](Screen &members) {
+        hand::click(members, "cmdAdd");
+        hand::fill(members, "txtFields_0", someText(user));
+        hand::click(members, "txtFields_1");
+        chooseSome(members, user, "Combo1");
+        hand::fill(members, "txtFields_2", u"planted"_s);
+        hand::click(members, "txtFields_3");
+        chooseSome(members, user, "Combo1");
+        hand::fill(members, "txtFields_4",
+                   QDate(2000, 1, 1).addDays(gridOf(members).rows()).toString(u"dd/MM/yyyy"_s));
+        hand::fill(members, "txtFields_5", u"1"_s);
+        hand::click(members, "cmdUpdate");
+        hand::click(members, "cmdRefresh");
+        hand::click(members, "cmdLast");
+        hand::click(members, "cmdDelete");
+        hand::chooseMenu(members, "mnuShow", "mnuValid");
+        if (gridOf(members).rows() != 1 + familySize)
+            throw std::runtime_error("the member was not added and deleted");
+    });
+}
+
+/// By a name in front of the others, since nobody may delete a user whose name stands behind his own.
+void addUser(Screen &mainScreen, SoakUser &user, SoakBooks &)
+{
+    useScreen(mainScreen, "Command1", "frmUsers", [&](Screen &users) {
+        user.onModal("frmNewUser", [&](Screen &newUser) {
+            hand::fill(newUser, "txtUserid", u"pl%1"_s.arg(user.pick(1'000'000)));
+            hand::fill(newUser, "txtUsername", u"planted user"_s);
+            hand::fill(newUser, "txtPassword1", u"planted"_s);
+            hand::fill(newUser, "txtPassword2", u"planted"_s);
+            hand::click(newUser, "cmdOK");
+            hand::click(newUser, "cmdCancel");
+        });
+        hand::click(users, "cmdAdd");
+        user.expectTold(u"User added successfully"_s);
+        hand::click(users, "cmdRefresh");
+        hand::click(users, "cmdFirst");
+        auto &grid = dynamic_cast<BoundGrid &>(hand::reach(users, "grdDataGrid"));
+        const int count = grid.rowCount();
+        constexpr int name = 2; // behind the number and the user's id
+        grid.setFocus();
+        grid.setCurrentIndex(grid.model()->index(0, name));
+        hand::pressKey(grid, Qt::Key_F2);
+        hand::fill(*users.focusWidget(), u"planted user %1"_s.arg(user.pick(1'000'000)));
+        hand::pressKey(*users.focusWidget(), Qt::Key_Return);
+        serveEvents(); // the editor goes
+        hand::click(users, "cmdLast");
+        hand::click(users, "cmdFirst");
+        hand::click(users, "cmdDelete");
+        if (grid.rowCount() != count - 1)
+            throw std::runtime_error("the user was not deleted");
+    });
 }
 
 void useUsers(Screen &mainScreen, SoakUser &user, SoakBooks &)
 {
-    hand::click(mainScreen, "Command3");
-    Screen &changes = loaded("frmChanges");
-    hand::click(changes, "Command1");
-    Screen &users = loaded("frmUsers");
-    constexpr const char *buttons[] = {"cmdFirst", "cmdNext", "cmdLast", "cmdPrevious", "cmdRefresh"};
-    for (int i = user.pick(5); i > 0; --i)
-        hand::click(users, buttons[user.pick(5)]);
-    hand::click(users, "cmdClose");
-    hand::click(changes, "Command9");
+    useScreen(mainScreen, "Command1", "frmUsers", [&](Screen &users) {
+        constexpr const char *buttons[] = {"cmdFirst", "cmdNext", "cmdLast", "cmdPrevious", "cmdRefresh"};
+        for (int i = user.pick(5); i > 0; --i)
+            hand::click(users, buttons[user.pick(5)]);
+    });
 }
 
 void convertDate(Screen &mainScreen, SoakUser &user, SoakBooks &)
@@ -497,6 +558,8 @@ const std::vector<SoakAct> &soakActs()
         {"statement", 7, statement},
         {"members", 4, useMembers},
         {"users", 3, useUsers},
+        {"add a member", 1, addMember},
+        {"add a user", 1, addUser},
         {"convert a date", 3, convertDate},
         {"about", 3, readAbout},
         {"language", 4, switchLanguage},
