@@ -26,14 +26,8 @@ Place chosenPlace;
 Place realPlace()
 {
     const QFileInfo executable(QCoreApplication::applicationFilePath());
-    Place place{executable.absolutePath(), executable.completeBaseName(),
-                QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/quvana.ini"_s};
-    if (!QFileInfo(place.folder).isWritable()) {
-        // A system-wide installation: each user has a store of his own.
-        place.folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/quvana"_s;
-        QDir().mkpath(place.folder);
-    }
-    return place;
+    return {folderOfStores(executable.absolutePath()), executable.completeBaseName(),
+            QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/quvana.ini"_s};
 }
 
 /// The ini entry that stands for the value `dbpath` of a key.
@@ -43,6 +37,16 @@ QString entryOf(QString keyPath)
 }
 
 } // namespace
+
+QString folderOfStores(const QString &programFolder)
+{
+    const bool installed = QFileInfo::exists(programFolder + u"/../share/applications/quvana.desktop"_s);
+    if (!installed && QFileInfo(programFolder).isWritable())
+        return programFolder;
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/quvana"_s;
+    QDir().mkpath(folder);
+    return folder;
+}
 
 void setProgramPlace(const QString &folder, const QString &exeName, const QString &keyFile)
 {

@@ -2,9 +2,14 @@
 
 #include <QtCore/QString>
 
-/// Fills `engine.appPath`, `engine.exeName` and `engine.keyFile`: the executable's folder when files can be
-/// made there, else the user's data folder (made when it is missing); the executable's base name;
-/// `quvana.ini` in the user's configuration folder. A place that setProgramPlace() has set comes first.
+/// Where a program in `programFolder` keeps its stores: beside itself; but in the user's data folder, made
+/// when it is missing, when it was installed (its desktop entry stands in `../share/applications`: whoever
+/// runs it then has a store of his own, the administrator too) or when no file can be made in its folder.
+QString folderOfStores(const QString &programFolder);
+
+/// Fills `engine.appPath`, `engine.exeName` and `engine.keyFile`: folderOfStores() of the executable; the
+/// executable's base name; `quvana.ini` in the user's configuration folder. A place that setProgramPlace()
+/// has set comes first.
 void locateProgram();
 
 /// Puts the program somewhere else from the next locateProgram() on; for tests and the walk-through. Empty
