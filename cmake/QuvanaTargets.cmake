@@ -2,6 +2,7 @@
 # that make a library, a test and a program with them.
 option(QUVANA_SANITIZE "AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(QUVANA_WERROR "Warnings are errors" OFF)
+option(QUVANA_HARDEN "Debian's hardening of a program, and no path of the build machine in it; needs optimisation" OFF)
 
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
@@ -24,6 +25,12 @@ if(QUVANA_SANITIZE)
     target_compile_options(quvana_flags INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(quvana_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(QUVANA_HARDEN)
+    target_compile_options(quvana_flags INTERFACE
+        -fstack-protector-strong -Wformat -Werror=format-security "-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
+    target_compile_definitions(quvana_flags INTERFACE _FORTIFY_SOURCE=2)
+    target_link_options(quvana_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
 endif()
 
 # The headers that nearly every file reads, compiled once for all targets.
