@@ -10,7 +10,6 @@
 #include "core/engine.h"
 #include "place.h"
 #include "platform/ui/application.h"
-#include "store/connection_strings.h"
 #include "tutorial/frmGenerateData.h"
 
 #include <QtCore/QElapsedTimer>

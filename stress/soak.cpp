@@ -2,7 +2,6 @@
 #include "core/program_place.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
-#include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
 #include "platform/ui/screen.h"
 #include "shell/main.h"

@@ -1,7 +1,6 @@
 #include "player.h"
 
 #include "hand.h"
-#include "platform/ui/application.h"
 #include "platform/ui/screen.h"
 
 #include <QtCore/QScopeGuard>

@@ -6,8 +6,6 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/hourglass.h"
-#include "presentation/vocabulary.h"
-#include "store/logical_tables.h"
 #include "ui_frmUniversalGrid.h"
 #include "utilities/frmSelectDates.h"
 

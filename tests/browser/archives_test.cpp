@@ -2,7 +2,6 @@
 #include "browser/audit_rows.h"
 #include "journal_fixture.h"
 #include "platform/runtime/runtime_error.h"
-#include "store/archive_tables.h"
 
 // The moves of rows to archive tables and back that fail.
 

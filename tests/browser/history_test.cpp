@@ -1,7 +1,6 @@
 #include "browser/archiving.h"
 #include "entry/posting.h"
 #include "journal_fixture.h"
-#include "store/archive_tables.h"
 
 #include <algorithm>
 #include <map>

@@ -2,7 +2,6 @@
 #include "platform/database/session.h"
 
 #include <QtCore/QRandomGenerator>
-#include <QtCore/QStringConverter>
 #include <sqlcipher/sqlite3.h>
 #include <sys/stat.h>
 

@@ -6,7 +6,6 @@
 #include <QtCore/QTimer>
 
 #include <algorithm>
-#include <cmath>
 
 namespace
 {

@@ -1,7 +1,6 @@
 #include "platform/runtime/format.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/fonts.h"
-#include "platform/ui/twips.h"
 #include "rows_fixture.h"
 
 #include <algorithm>

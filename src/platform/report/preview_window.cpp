@@ -1,7 +1,6 @@
 #include "platform/report/preview_window.h"
 
 #include "platform/report/page_view.h"
-#include "platform/runtime/numbers.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"

@@ -2,7 +2,6 @@
 
 #include "platform/database/errors.h"
 #include "platform/database/sql/conversions.h"
-#include "platform/database/sql/ddl.h"
 #include "platform/database/sql/expression_binder.h"
 
 #include <algorithm>

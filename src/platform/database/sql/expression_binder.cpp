@@ -6,7 +6,6 @@
 
 #include <QtCore/QLatin1StringView>
 
-#include <algorithm>
 #include <array>
 #include <utility>
 

@@ -1,8 +1,6 @@
 #include "platform/database/sql/storage.h"
 
 #include "platform/database/errors.h"
-#include "platform/runtime/dates.h"
-#include "platform/runtime/numbers.h"
 
 #include <cmath>
 
