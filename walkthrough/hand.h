@@ -11,7 +11,7 @@ class Screen;
 /// a person could not reach it.
 namespace hand
 {
-/// A control, menu or menu entry by its told name; null when there is none.
+/// A control, menu or menu entry by its name; null when there is none.
 QObject *find(const Screen &screen, const char *name);
 /// The message for a missing control: names those that are there.
 QString missing(const Screen &screen, const char *name);

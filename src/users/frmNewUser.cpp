@@ -18,7 +18,7 @@ namespace
 
 constexpr qint32 topRank = 3;
 
-/// What a rank is told to allow. It informs only.
+/// What the screen says that a rank allows. It informs only.
 QStringList rightsOf(qint32 rank)
 {
     if (rank == 1)

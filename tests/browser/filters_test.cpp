@@ -6,7 +6,7 @@
 namespace
 {
 
-/// The told texts once more, as conditions of plain SQL: what a sequence of presses is to show.
+/// The filters once more, as conditions of plain SQL: what a sequence of presses is to show.
 class Presses
 {
 public:

@@ -25,7 +25,7 @@
 // process; it does not come out of the helper. Put processEnded() around that. In an action of onModal() or
 // later() nothing behind a click that ended the process runs.
 
-/// The control of a screen by its told name; one that is missing, or of another class, throws and names those
+/// The control of a screen by its name; one that is missing, or of another class, throws and names those
 /// that are there. `control<QAction>(screen, "mnuFont")` gives a menu's entry.
 template <typename Class = QWidget>
 Class &control(const Screen &screen, const char *name);

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Positions and widths are told in twips where they are told: 1/1440 inch, 15 to a pixel at 96 dpi. Screens
-/// are laid out at that resolution.
+/// The widths of columns, and what is measured with them, are counted in twips: 1/1440 inch, 15 to a pixel at
+/// 96 dpi, the resolution at which screens are laid out.
 inline constexpr int twipsPerPixel = 15;
 
 constexpr int pixelsFromTwips(int twips)
