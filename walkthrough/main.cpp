@@ -5,6 +5,7 @@
 #include "shell/main.h"
 
 #include "browsing.h"
+#include "checking.h"
 #include "core/engine.h"
 #include "core/program_place.h"
 #include "correcting.h"
@@ -74,10 +75,9 @@ bool checkLedger(const QString &path, const Story &story, QTextStream &out)
     return good;
 }
 
-bool play(const Story &story, const QString &folder, Player &player, const std::function<void()> &lastly,
-          QTextStream &out)
+/// Plays the starts of a story to the entry of its first amounts.
+void playBeginning(const Story &story, const QString &place, Player &player)
 {
-    const QString place = folder + u"/stores/"_s + story.name;
     QDir(place).removeRecursively();
     QDir().mkpath(place);
     setProgramPlace(place, u"quvana"_s, place + u"/quvana.ini"_s);
@@ -92,6 +92,28 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playFamily(player, story);
     playRevenue(player, story);
     playExpense(player, story, story.expense);
+}
+
+/// Plays to the end what stands before the player; false when the story stopped.
+bool playOut(const Story &story, Player &player, const std::function<void()> &lastly, QTextStream &out)
+{
+    playEnd(player, lastly);
+    player.play();
+    runProgram();
+    if (player.finished() && player.failure().isEmpty())
+        return true;
+    out << story.name
+        << " stopped: " << (player.failure().isEmpty() ? u"the program ended early"_s : player.failure())
+        << Qt::endl;
+    return false;
+}
+
+bool playWhole(const Story &story, const QString &folder, const std::function<void()> &lastly,
+               QTextStream &out)
+{
+    Player player(folder);
+    const QString place = folder + u"/stores/"_s + story.name;
+    playBeginning(story, place, player);
     playBrowsers(player, story);
     playCorrections(player, story);
     playExpense(player, story, story.expenseAnew);
@@ -99,17 +121,22 @@ bool play(const Story &story, const QString &folder, Player &player, const std::
     playPractice(player, story);
     playConversion(player);
     playStatements(player, story, place);
-    playEnd(player, lastly);
-    player.play();
-    runProgram();
+    return playOut(story, player, lastly, out) && checkLedger(place + u"/quvana.mdb"_s, story, out);
+}
 
-    if (!player.finished() || !player.failure().isEmpty()) {
-        out << story.name
-            << " stopped: " << (player.failure().isEmpty() ? u"the program ended early"_s : player.failure())
-            << Qt::endl;
+/// Checks every screen on the store of a story's beginning and prints the faults; true when there is none.
+bool checkScreens(const Story &story, const QString &folder, QTextStream &out)
+{
+    Player player(folder);
+    playBeginning(story, folder + u"/stores/"_s + story.name, player);
+    QStringList faults;
+    if (!playOut(
+            story, player, [&faults] { faults = checkEveryScreen(); }, out))
         return false;
-    }
-    return checkLedger(place + u"/quvana.mdb"_s, story, out);
+    for (const QString &fault : faults)
+        out << fault << Qt::endl;
+    out << faults.size() << " faults" << Qt::endl;
+    return faults.isEmpty();
 }
 
 } // namespace
@@ -123,17 +150,19 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.addOption(
         {u"pictures"_s, u"Folder for the pictures and the stores."_s, u"folder"_s, u"build/walk-through"_s});
+    parser.addOption({u"check"_s, u"Checks the looks and the keyboard of every screen instead."_s});
     parser.process(application);
     const QString folder = QDir(parser.value(u"pictures"_s)).absolutePath();
 
     QTextStream out(stdout);
     try {
         const std::vector<Story> all = stories();
+        if (parser.isSet(u"check"_s))
+            return checkScreens(all.front(), folder, out) ? 0 : 1;
+        const auto tour = [&folder] { takeTour(folder + u"/tour"_s); };
         for (const Story &story : all) {
-            Player player(folder);
             const bool last = &story == &all.back();
-            if (!play(story, folder, player,
-                      last ? [&folder] { takeTour(folder + u"/tour"_s); } : std::function<void()>(), out))
+            if (!playWhole(story, folder, last ? tour : std::function<void()>(), out))
                 return 1;
         }
     } catch (const RuntimeError &error) {
