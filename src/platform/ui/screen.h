@@ -28,7 +28,8 @@
 ///
 /// Keys: Form_KeyDown sees every key that goes to this screen before the control with the focus does. Enter
 /// then clicks the button with the focus or else the one whose `default` property is set; Escape clicks the
-/// one with a dynamic property `cancel`; unless a control took the key.
+/// one with a dynamic property `cancel`, or closes a screen that has this property itself; unless a control
+/// took the key. Tab goes over the controls in reading order, wherever they stand by then.
 ///
 /// Loading also makes the screen legible: labels, check boxes, options and frames become opaque on the
 /// painted ground, black on light, also those that are added later, and labels show their text as it stands
@@ -102,16 +103,7 @@ public:
                                            Routine routine)
     {
         return QObject::connect(sender, signal, context, [context, routine](auto... arguments) {
-            runEventRoutine([&] {
-                if constexpr (std::is_invocable_v<Routine, Context *, decltype(arguments)...>)
-                    std::invoke(routine, context, arguments...);
-                else if constexpr (std::is_invocable_v<Routine, Context *>)
-                    std::invoke(routine, context);
-                else if constexpr (std::is_invocable_v<Routine, decltype(arguments)...>)
-                    std::invoke(routine, arguments...);
-                else
-                    std::invoke(routine);
-            });
+            runEventRoutine([&] { call(routine, context, arguments...); });
         });
     }
 
@@ -136,12 +128,31 @@ protected:
     /// Sees each key before the control that has the focus; true takes it.
     virtual bool Form_KeyDown(QKeyEvent *event);
     virtual void Form_Resize() {}
+    /// The side from which Tab goes over the page: that where the language begins, but for a screen that is
+    /// laid out for one direction alone.
+    virtual Qt::LayoutDirection readingDirection() const { return layoutDirection(); }
 
+    bool focusNextPrevChild(bool next) override;
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// Calls a context's own routine or a free one, with the arguments when it takes them.
+    template <typename Routine, typename Context, typename... Arguments>
+    static void call(const Routine &routine, Context *context, Arguments... arguments)
+    {
+        if constexpr (std::is_invocable_v<Routine, Context *, Arguments...>)
+            std::invoke(routine, context, arguments...);
+        else if constexpr (std::is_invocable_v<Routine, Context *>)
+            std::invoke(routine, context);
+        else if constexpr (std::is_invocable_v<Routine, Arguments...>)
+            std::invoke(routine, arguments...);
+        else
+            std::invoke(routine);
+    }
+
     void layOut() const;
     void prepareShowing();
     void makeLegible(QWidget *control);
