@@ -1,5 +1,6 @@
 #include "platform/database/engine.h"
 
+#include "platform/database/connection.h"
 #include "platform/database/errors.h"
 #include "platform/database/sql/collation.h"
 #include "platform/database/sql/functions.h"
@@ -9,6 +10,9 @@
 #include <QtCore/QTemporaryDir>
 #include <sqlcipher/sqlite3.h>
 
+#include <functional>
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace database
@@ -17,7 +21,8 @@ namespace database
 namespace
 {
 
-constexpr int busyMilliseconds = 3000; // somebody else's backup may be reading
+constexpr int busyMilliseconds = 3000;     // somebody else's backup may be reading
+constexpr int stepsBetweenCalls = 500'000; // of the engine's program, some hundredths of a second
 
 // Each value spelled out, so that a file is the same whatever the library's own defaults are.
 constexpr const char *cipherSettings[] = {
@@ -33,6 +38,15 @@ constexpr const char *journalSettings[] = {
     "journal_mode = DELETE", "synchronous = EXTRA",
     "cache_size = -65536", // KiB
 };
+
+std::function<void()> statementProgress;
+
+int tellProgress(void *)
+{
+    if (statementProgress)
+        statementProgress();
+    return 0; // goes on
+}
 
 QString message(sqlite3 *handle)
 {
@@ -152,6 +166,7 @@ Engine::Engine(const QString &path, Access access)
         throw data_errors::engineFailure(u"Cannot open '%1': %2"_s.arg(path, message(handle)));
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, busyMilliseconds);
+    sqlite3_progress_handler(handle, stepsBetweenCalls, tellProgress, nullptr);
     sql::registerFunctions(handle);
 }
 
@@ -337,3 +352,8 @@ RuntimeError engineError(sqlite3 *handle)
 }
 
 } // namespace database
+
+void setStatementProgress(std::function<void()> progress)
+{
+    database::statementProgress = std::move(progress);
+}

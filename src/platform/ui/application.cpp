@@ -1,9 +1,11 @@
 #include "platform/ui/application.h"
 
+#include "platform/database/connection.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/fonts.h"
 #include "platform/ui/program_style.h"
+#include "platform/ui/progress.h"
 #include "platform/ui/screen.h"
 #include "platform/ui/wait.h"
 
@@ -140,9 +142,13 @@ Application::Application(int &argc, char **argv) : QApplication(argumentsOf96Dpi
     setPalette(lightPalette());
     setFont(readableFont(u"Noto Sans"_s, 9, false));
     setLayoutDirection(Qt::LeftToRight);
+    setStatementProgress(&ProgressLine::tellSeconds);
 }
 
-Application::~Application() = default;
+Application::~Application()
+{
+    setStatementProgress({});
+}
 
 bool Application::notify(QObject *receiver, QEvent *event)
 {

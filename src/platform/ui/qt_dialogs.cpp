@@ -32,9 +32,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace
-{
-/// The window over which a dialog comes.
 QWidget *windowInUse()
 {
     if (QWidget *modal = QApplication::activeModalWidget())
@@ -49,6 +46,8 @@ QWidget *windowInUse()
     return last;
 }
 
+namespace
+{
 /// Shows a dialog and serves events until it is answered. The window below may vanish meanwhile and take the
 /// dialog with it: that counts as rejected.
 template <typename Dialog>

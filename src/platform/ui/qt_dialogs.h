@@ -2,6 +2,9 @@
 
 #include "platform/ui/dialogs.h"
 
+/// The window over which a dialog comes; null when none is shown.
+QWidget *windowInUse();
+
 /// The dialogs as a user sees them: Qt's own, the same on every desktop, over the screen that is in use.
 /// Their direction is the application's; each line of a text reads in the direction of its own first letter.
 class QtDialogs : public DialogService

@@ -1,0 +1,146 @@
+#include "platform/ui/progress.h"
+
+#include "platform/ui/application.h"
+#include "platform/ui/qt_dialogs.h"
+
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QProgressBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+
+constexpr int stride = 100; // ms between two tellings
+int patience = 2000;        // ms
+ProgressLine *innermost = nullptr;
+
+QString withNumber(const QString &doing, int number, const QString &unit)
+{
+    return doing + u" : "_s + QString::number(number) + unit;
+}
+
+/// The window of a notice. What can't be stopped keeps it open.
+class NoticeWindow : public QDialog
+{
+public:
+    NoticeWindow(bool stops, QWidget *owner) : QDialog(owner), m_stops(stops) {}
+    void reject() override
+    {
+        if (m_stops)
+            QDialog::reject();
+    }
+
+private:
+    const bool m_stops;
+};
+
+} // namespace
+
+void setProgressPatience(int milliseconds)
+{
+    patience = milliseconds;
+}
+
+bool ProgressClock::strikes()
+{
+    const qint64 now = m_since.elapsed();
+    if (now < std::max<qint64>(patience, m_next))
+        return false;
+    m_next = now + stride;
+    return true;
+}
+
+// --- a line of a screen
+
+ProgressLine::ProgressLine(QLabel *line, QString doing)
+    : m_line(line), m_doing(std::move(doing)), m_outer(std::exchange(innermost, this))
+{
+}
+
+ProgressLine::~ProgressLine()
+{
+    innermost = m_outer;
+    if (m_line && !m_shown.isNull() && m_line->text() == m_shown)
+        m_line->setText(m_before);
+}
+
+void ProgressLine::tell(int done, const QString &unit)
+{
+    m_counts = true;
+    if (m_clock.strikes())
+        show(withNumber(m_doing, done, unit));
+}
+
+void ProgressLine::tellSeconds()
+{
+    if (innermost && !innermost->m_counts && innermost->m_clock.strikes())
+        innermost->show(withNumber(innermost->m_doing, innermost->m_clock.seconds(), u" s"_s));
+}
+
+void ProgressLine::show(const QString &text)
+{
+    if (!m_line)
+        return;
+    if (m_shown.isNull())
+        m_before = m_line->text();
+    m_shown = text;
+    m_line->setText(text);
+    m_line->repaint();
+}
+
+// --- a window
+
+ProgressNotice::ProgressNotice(QString doing, QString stop)
+    : m_doing(std::move(doing)), m_stop(std::move(stop))
+{
+}
+
+ProgressNotice::~ProgressNotice()
+{
+    delete m_window.data();
+}
+
+QLabel *ProgressNotice::show()
+{
+    constexpr int width = 320;
+    m_window = new NoticeWindow(!m_stop.isEmpty(), windowInUse());
+    m_window->setWindowTitle(programTitle());
+    m_window->setWindowModality(Qt::ApplicationModal);
+    auto *layout = new QVBoxLayout(m_window);
+    auto *label = new QLabel(m_doing);
+    label->setMinimumWidth(width);
+    layout->addWidget(label);
+    m_bar = new QProgressBar;
+    m_bar->setAccessibleName(m_doing);
+    m_bar->setRange(0, 100);
+    layout->addWidget(m_bar);
+    if (m_stop.isEmpty()) {
+        m_bar->hide();
+    } else {
+        auto *button = new QPushButton(m_stop);
+        button->setObjectName(u"cmdStop"_s);
+        QObject::connect(button, &QPushButton::clicked, m_window.data(), &QDialog::reject);
+        layout->addWidget(button, 0, Qt::AlignCenter);
+    }
+    m_window->show();
+    m_window->activateWindow();
+    return label;
+}
+
+bool ProgressNotice::goOn(int done, int all)
+{
+    if (!m_stopped && m_clock.strikes()) {
+        if (!m_bar)
+            show();
+        m_bar->setValue(int(100.0 * done / std::max(all, 1)));
+        serveEvents();
+        m_stopped = !m_window || m_window->isHidden();
+    }
+    return !m_stopped;
+}
