@@ -1,10 +1,12 @@
 #include "statements/export_rows.h"
 
+#include "core/engine.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/spreadsheet/workbook.h"
 #include "platform/ui/dialogs.h"
-#include "platform/ui/hourglass.h"
+#include "platform/ui/progress.h"
 #include "platform/ui/wait.h"
+#include "presentation/vocabulary.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -41,12 +43,14 @@ QString exported(Recordset &rows, QString &name, ExportFailure failure)
         name = chooseFile(name);
         serveEventsButInput();
         saving = true;
-        workbook.saveAs(name);
+        ProgressNotice notice(engine.isArabic ? u"حفظ السجلات"_s : u"Saving rows"_s, translate(u"Stop"_s));
+        workbook.saveAs(name, [&notice](int done, int all) { return notice.goOn(done, all); });
         return u"Export complete..   تم التصدير بنجاح"_s;
     } catch (const RuntimeError &error) {
-        if (runtime_errors::isCancelled(error))
+        if (runtime_errors::isCancelled(error) && !saving)
             return {};
-        if (error.number() == saveRefused || (saving && failure == ExportFailure::Silent))
+        if (runtime_errors::isCancelled(error) || error.number() == saveRefused ||
+            (saving && failure == ExportFailure::Silent))
             return u"Cancelled.. تم الإلغاء"_s;
         return failure == ExportFailure::Told ? error.numberText() + u" -> "_s + error.description()
                                               : QString();

@@ -120,8 +120,17 @@ std::vector<Sheet> Contents::sheets(int rowsPerSheet) const
     return sheets;
 }
 
+void Contents::watchReading(std::function<void(int)> progress)
+{
+    m_progress = std::move(progress);
+    m_rowsRead = 0;
+}
+
 Value Contents::value(const Sheet &sheet, int row, int column) const
 {
+    constexpr int stride = 256;
+    if (column == 0 && ++m_rowsRead % stride == 0 && m_progress)
+        m_progress(m_rowsRead);
     const int copied = row - headingRows();
     if (copied >= 0)
         return column < int(m_rows->fields().size())
@@ -144,7 +153,7 @@ std::vector<int> Contents::columnWidths() const
     constexpr int rowsLookedAt = 100;
     constexpr int narrowest = 9;
     constexpr int widest = 50;
-    const Sheet all{headingRows() + copiedRows()};
+    const Sheet all{rows()};
     std::vector<int> widths;
     for (int column = 0; column < columns(); ++column) {
         int width = narrowest;

@@ -3,6 +3,7 @@
 #include "platform/database/rows_shown.h"
 #include "platform/runtime/value.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <utility>
@@ -45,6 +46,9 @@ public:
     void copy(int row, std::shared_ptr<const RowsShown> rows, int first);
 
     int columns() const noexcept { return m_columns; }
+    int rows() const { return headingRows() + copiedRows(); }
+    /// Tells now and then, while the values are read row by row, how many rows were read since this call.
+    void watchReading(std::function<void(int rows)> progress);
     /// The sheets that are needed when one has so many rows: at least one. The copied rows go on from sheet
     /// to sheet; what is above them stands on each. @throws RuntimeError 5 when that leaves no room for them
     std::vector<Sheet> sheets(int rowsPerSheet) const;
@@ -67,6 +71,8 @@ private:
     int m_columns = 0;
     int m_first = 0;   ///< among m_rows
     int m_copyRow = 0; ///< where they start on a sheet
+    std::function<void(int)> m_progress;
+    mutable int m_rowsRead = 0;
 };
 
 } // namespace spreadsheet

@@ -79,12 +79,20 @@ void Workbook::copyFromRecordset(int row, Recordset &rows)
     rows.moveNext();
 }
 
-void Workbook::saveAs(const QString &path)
+void Workbook::saveAs(const QString &path, const SaveProgress &progress)
 {
     const Form form = formOf(path);
     if (fileExists(path) &&
         !askYesNo(u"The file already exists. Replace it?  الملف موجود مسبقاً. هل تريد استبداله؟"_s))
         throw declined();
+    if (progress) {
+        // Tables are read twice, or packed when they are read.
+        const int all = d->contents.rows() * (form == Form::Text ? 1 : 2);
+        d->contents.watchReading([progress, all](int rows) {
+            if (!progress(rows, all))
+                throw runtime_errors::cancelled();
+        });
+    }
     NewFile file(path);
     write(d->contents, form, file, QFileInfo(path).absolutePath());
     file.commit();

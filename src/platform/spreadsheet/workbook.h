@@ -4,7 +4,11 @@
 
 #include <QtCore/QString>
 
+#include <functional>
 #include <memory>
+
+/// Told now and then while a workbook is saved; false stops that.
+using SaveProgress = std::function<bool(int done, int all)>;
 
 /// A workbook of one sheet, filled in memory and written by saveAs(). Rows and columns count from 1. What is
 /// copied from a record set stays in the set's own compact form until it is written.
@@ -34,10 +38,10 @@ public:
     ///
     /// Asks before it replaces a file. The file is written beside its place, readable by its owner alone, and
     /// put there in one step when it is complete and durable: on a failure what stood there stays.
-    /// @throws RuntimeError 1004 when the user does not want the file replaced; one with a clear description
-    /// for an unknown extension, for what no cell or sheet of the form can hold (a text of more than 32,767
-    /// characters) and for whatever the file system refuses
-    void saveAs(const QString &path);
+    /// @throws RuntimeError 1004 when the user does not want the file replaced; 32755 when `progress` stops
+    /// it; one with a clear description for an unknown extension, for what no cell or sheet of the form can
+    /// hold (a text of more than 32,767 characters) and for whatever the file system refuses
+    void saveAs(const QString &path, const SaveProgress &progress = {});
 
 private:
     struct Private;
