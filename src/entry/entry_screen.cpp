@@ -130,7 +130,6 @@ void EntryScreen::listMembers(const QString &statement, const MemberSelection::C
 {
     m_members->rebuildMembers(statement, captionOf);
     m_layout->grow();
-    m_members->chainTabOrder(m_controls.clear, m_controls.divide);
 }
 
 QString EntryScreen::amountText() const

@@ -68,6 +68,8 @@ protected:
 
     void Form_Unload() override;
     void Form_Resize() override;
+    /// The page is laid out from the right in both languages.
+    Qt::LayoutDirection readingDirection() const override { return Qt::RightToLeft; }
 
     QString m_paymentMethod; ///< the word that is posted, Arabic in both languages
 

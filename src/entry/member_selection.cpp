@@ -194,20 +194,6 @@ void MemberSelection::layOut()
         layOutMember(i);
 }
 
-void MemberSelection::chainTabOrder(QWidget *before, QWidget *after) const
-{
-    QWidget *last = before;
-    const auto append = [&last](QWidget *next) {
-        QWidget::setTabOrder(last, next);
-        last = next;
-    };
-    for (QPushButton *button : m_groups)
-        append(button);
-    for (QCheckBox *check : m_checks)
-        append(check);
-    append(after);
-}
-
 int MemberSelection::memberHeight() const
 {
     const int line = m_names.front()->height() + m_shares.front()->height() + gap;

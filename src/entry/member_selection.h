@@ -64,8 +64,6 @@ public:
 
     /// Lays the elements out in their areas as these stand now.
     void layOut();
-    /// Puts the elements into the order of the Tab key, between the two controls around them.
-    void chainTabOrder(QWidget *before, QWidget *after) const;
 
     /// Unloads all elements but the first ones.
     void clearArrays();

@@ -2,6 +2,7 @@
 
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
+#include "platform/ui/reading_order.h"
 #include "platform/ui/twips.h"
 
 #include <QtCore/QEvent>
@@ -302,8 +303,28 @@ void Screen::keyPressEvent(QKeyEvent *event)
     }
     if (pressed && pressed->isVisible() && pressed->isEnabled())
         pressed->click();
+    else if (event->key() == Qt::Key_Escape && property("cancel").toBool())
+        close();
     else
         QMainWindow::keyPressEvent(event);
+}
+
+void Screen::orderTabs() const
+{
+    if (surface())
+        tabInReadingOrder(*surface(), readingDirection());
+}
+
+bool Screen::focusNextPrevChild(bool next)
+{
+    orderTabs(); // controls come, go and move while it is shown
+    return QMainWindow::focusNextPrevChild(next);
+}
+
+void Screen::showEvent(QShowEvent *event)
+{
+    orderTabs(); // the first one gets the keys
+    QMainWindow::showEvent(event);
 }
 
 void Screen::closeEvent(QCloseEvent *event)

@@ -155,6 +155,7 @@ private:
 
     void layOut() const;
     void prepareShowing();
+    void orderTabs() const;
     void makeLegible(QWidget *control);
     void renderGround();
 
