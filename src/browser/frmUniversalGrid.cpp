@@ -157,6 +157,8 @@ void frmUniversalGrid::loadRows()
     setModes();
     setRange({}, {});
     setCaption(translate(m_tableName));
+    setAccessibleText(m_ui->FGrid, caption());
+    m_ui->FGrid->setFocus();
     showModeless(); // so that reading can tell how far it is, and the first rows show before the rest is
                     // fitted
     serveEvents();

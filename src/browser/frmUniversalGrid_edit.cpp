@@ -84,6 +84,7 @@ void frmUniversalGrid::showEditor(QWidget *editor)
 {
     m_editor = editor;
     editor->setFont(m_ui->FGrid->font());
+    setAccessibleText(editor, m_ui->FGrid->textMatrix(0, m_editCol));
     editor->show();
     editor->raise();
     editor->setFocus();

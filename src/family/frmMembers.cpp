@@ -99,6 +99,7 @@ void frmMembers::showingFailures(const std::function<void()> &command)
 void frmMembers::Form_Load()
 {
     PrepareScreen(*this);
+    setAccessibleText(m_ui->FGrid, caption());
     m_changedUnasked = false;
     if (engine.deceasedName.isEmpty())
         mnuDesceased_Click();

@@ -40,6 +40,12 @@ void translateCaption(QObject *control)
         setCaption(control, translate(captionOf(control)));
 }
 
+void translateAccessibleName(QWidget &control)
+{
+    if (engine.isArabic)
+        control.setAccessibleName(translate(control.accessibleName()));
+}
+
 /// The screen's font with what the session sets on it. Before the first login the session has neither a name
 /// nor a size, and the designed ones stay.
 QFont sessionFont(const Screen &screen)
@@ -147,6 +153,8 @@ void PrepareScreen(Screen &screen)
         if (control->isWidgetType() && kindOf(control) != ControlKind::Menu)
             static_cast<QWidget *>(control)->setFont(font);
         ignoringErrors([&] { prepareControl(control); });
+        if (control->isWidgetType())
+            translateAccessibleName(*static_cast<QWidget *>(control));
     }
     ignoringErrors([&] { PaintScreenFrame(screen); });
     ignoringErrors([&] { PaintGradient(screen, 200, 100, 300, 1); });

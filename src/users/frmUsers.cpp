@@ -2,6 +2,7 @@
 
 #include "core/engine.h"
 #include "platform/runtime/runtime_error.h"
+#include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/twips.h"
 #include "presentation/prepare_screen.h"
@@ -35,8 +36,8 @@ frmUsers::frmUsers() : Screen(u"frmUsers"_s), m_ui(std::make_unique<Ui::frmUsers
     connect(grid, &BoundGrid::failed, this, &frmUsers::grdDataGrid_Error);
     connect(grid, &BoundGrid::rowColChange, this, &frmUsers::grdDataGrid_RowColChange);
     for (QScrollBar *bar : {grid->horizontalScrollBar(), grid->verticalScrollBar()})
-        connect(bar, &QScrollBar::valueChanged, this, &frmUsers::hideRanks); // its cell moves away
-    connect(qApp, &QApplication::focusChanged, this,
+        connect(bar, &QScrollBar::valueChanged, &m_toTheEnd, [this] { hideRanks(); }); // its cell moves away
+    connect(qApp, &QApplication::focusChanged, &m_toTheEnd,
             [this](const QWidget *, const QWidget *now) { followFocus(now); });
     connect(m_ui->ComboRank, &QComboBox::activated, this, &frmUsers::ComboRank_Click);
     connect(m_ui->cmdAdd, &QPushButton::clicked, this, &frmUsers::cmdAdd_Click);
@@ -50,10 +51,7 @@ frmUsers::frmUsers() : Screen(u"frmUsers"_s), m_ui(std::make_unique<Ui::frmUsers
     connect(m_ui->mnuExit, &QAction::triggered, this, &frmUsers::mnuExit_Click);
 }
 
-frmUsers::~frmUsers()
-{
-    qApp->disconnect(this);
-}
+frmUsers::~frmUsers() = default;
 
 void frmUsers::trapping(const std::function<void()> &command)
 {
@@ -78,6 +76,7 @@ void frmUsers::showFailure(const RuntimeError &failure)
 void frmUsers::Form_Load()
 {
     PrepareScreen(*this);
+    setAccessibleText(m_ui->grdDataGrid, caption());
     m_closeAllowed = true;
     engine.dbConnection->setCursorLocation(CursorLocation::Client);
     engine.strSql = u"select id,userid,name,rank,lastlogin,createdon,createdby from users where valid=true "

@@ -73,4 +73,5 @@ private:
     std::optional<QString> m_refused; ///< the action whose update was refused and is still to be undone
     bool m_declined = false;          ///< it was the user who refused
     bool m_closing = false;
+    QObject m_toTheEnd; ///< goes before the controls, which tell of scrolling and focus even as they go
 };

@@ -42,6 +42,7 @@ void frmDateConversion::Form_Load()
                                          ? QStringList{u"قصير"_s, u"طويل"_s, u"عادي"_s}
                                          : QStringList{u"Short Date"_s, u"Long Date"_s, u"General Format"_s});
     m_ui->ComboDateFormats->setCurrentIndex(0);
+    setAccessibleText(m_ui->ComboDateFormats, engine.isArabic ? u"صيغة التاريخ"_s : u"Date format"_s);
 }
 
 /// Every entry but the first, and what is no entry, stands for the long form: that is meant.

@@ -3,6 +3,7 @@
 #include "core/engine.h"
 #include "platform/ui/controls.h"
 #include "presentation/prepare_screen.h"
+#include "presentation/vocabulary.h"
 #include "ui_frmInformation.h"
 #include "utilities/program_description.h"
 
@@ -11,7 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 frmInformation::frmInformation() : Screen(u"frmInformation"_s), m_ui(std::make_unique<Ui::frmInformation>())
 {
     m_ui->setupUi(this);
-    setAccessibleText(m_ui->Text1, caption());
     connect(m_ui->mnuExit, &QAction::triggered, this, &frmInformation::mnuExit_Click);
 }
 
@@ -21,6 +21,7 @@ void frmInformation::Form_Load()
 {
     setRightToLeft(engine.isArabic);
     PrepareScreen(*this);
+    setAccessibleText(m_ui->Text1, translate(u"Brief Intro"_s));
     QString text;
     for (const QString &line : longDescription(engine.isArabic))
         text += line + u"\r\n"_s;

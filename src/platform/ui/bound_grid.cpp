@@ -57,6 +57,7 @@ public:
         m_editor = new QLineEdit(parent);
         m_editor->setFrame(false);
         m_editor->setFont(m_grid->font());
+        m_editor->setAccessibleName(m_grid->caption(index.column()));
         m_editor->setAlignment(index.data(Qt::TextAlignmentRole).value<Qt::Alignment>());
         takeAsciiDigits(m_editor);
         return m_editor;

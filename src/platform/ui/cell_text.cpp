@@ -37,6 +37,11 @@ QString isolated(const QString &text, Qt::LayoutDirection direction)
     return (letters ? firstStrongIsolate : leftToRightIsolate) + text + popIsolate;
 }
 
+QVariant rowHeading(int row, int role)
+{
+    return role == Qt::AccessibleTextRole ? QString::number(row + 1) : QVariant();
+}
+
 QString inOneLine(const QString &text)
 {
     const auto breaks = [](QChar c) {

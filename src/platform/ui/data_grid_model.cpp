@@ -59,9 +59,13 @@ QVariant DataGridModel::data(const QModelIndex &index, int role) const
 
 QVariant DataGridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
+    if (orientation == Qt::Vertical)
+        return rowHeading(section, role);
+    if (role == Qt::DisplayRole)
         return isolated(m_columns[size_t(section)].caption, m_grid->layoutDirection());
-    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+    if (role == Qt::AccessibleTextRole)
+        return m_columns[size_t(section)].caption;
+    if (role == Qt::TextAlignmentRole)
         return shownAlignment(section);
     return {};
 }

@@ -193,10 +193,14 @@ QVariant FlexGrid::Model::data(const QModelIndex &index, int role) const
 
 QVariant FlexGrid::Model::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || section >= columnCount())
+    if (orientation == Qt::Vertical)
+        return rowHeading(section, role);
+    if (section >= columnCount())
         return {};
     if (role == Qt::DisplayRole)
         return isolated(heading(section), m_grid->layoutDirection());
+    if (role == Qt::AccessibleTextRole)
+        return heading(section);
     if (role == Qt::TextAlignmentRole)
         return shownAlignment(section);
     return {};
