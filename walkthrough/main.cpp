@@ -131,7 +131,7 @@ bool checkScreens(const Story &story, const QString &folder, QTextStream &out)
     playBeginning(story, folder + u"/stores/"_s + story.name, player);
     QStringList faults;
     if (!playOut(
-            story, player, [&faults] { faults = checkEveryScreen(); }, out))
+            story, player, [&] { faults = checkEveryScreen(folder + u"/faults"_s); }, out))
         return false;
     for (const QString &fault : faults)
         out << fault << Qt::endl;
