@@ -6,10 +6,12 @@
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/progress.h"
 #include "platform/ui/twips.h"
 #include "presentation/prepare_screen.h"
 #include "presentation/session_font.h"
 #include "presentation/vocabulary.h"
+#include "presentation/work_name.h"
 #include "store/logical_tables.h"
 #include "ui_frmUniversalGrid.h"
 
@@ -22,7 +24,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-constexpr int longWork = 2000;         // milliseconds, after which a work tells how far it is
 constexpr int columnDragDistance = 50; // twips
 constexpr int scrollAllowance = 220;   // twips, of the bar beside the rows: cells stand that far from it
 
@@ -253,29 +254,10 @@ RecordsetPtr frmUniversalGrid::openRows(const QString &statement)
     engine.strSql = statement;
     RecordsetPtr rows = Recordset::create();
     rows->setCursorLocation(CursorLocation::Client);
-    watchReading(*rows, [&rows] {
+    readUnderLine(m_ui->Label1, workName(Work::Reading), *rows, [&rows] {
         rows->open(engine.strSql, engine.dbConnection, CursorType::Static, LockType::Optimistic);
     });
     return rows;
-}
-
-void frmUniversalGrid::watchReading(Recordset &rows, const std::function<void()> &reading)
-{
-    const QString statusLine = m_ui->Label1->text();
-    m_reading.start();
-    rows.setReadProgress([this](int read) {
-        if (m_reading.elapsed() < longWork)
-            return;
-        m_ui->Label1->setText((engine.isArabic ? u"قراءة السجلات : "_s : u"Reading rows : "_s) +
-                              QString::number(read));
-        m_ui->Label1->repaint();
-    });
-    try {
-        reading();
-    } catch (const RuntimeError &) {
-        m_ui->Label1->setText(statusLine);
-        throw;
-    }
 }
 
 void frmUniversalGrid::bind(const RecordsetPtr &rows)
@@ -297,21 +279,16 @@ bool frmUniversalGrid::showRows(const QString &arabicPrefix)
 bool frmUniversalGrid::FormatFlexGrid()
 {
     const int run = ++m_formatRun;
-    const QString statusLine = m_ui->Label1->text();
-    QElapsedTimer fitting;
-    fitting.start();
+    ProgressLine fitting(m_ui->Label1, workName(Work::Fitting));
     m_totalWidth = setColumnFormats(*m_ui->FGrid, *m_primary);
     placeGrid();
     const auto total = fitColumns(*m_ui->FGrid, [&](int percent) {
-        if (fitting.elapsed() > longWork)
-            m_ui->Label1->setText((engine.isArabic ? u"تنسيق الأعمده : "_s : u"Fitting columns : "_s) +
-                                  QString::number(percent) + u" %"_s);
+        fitting.tell(percent, u" %"_s);
         serveEvents();
         return isLoaded() && run == m_formatRun;
     });
     if (!total)
         return false;
-    m_ui->Label1->setText(statusLine);
     m_totalWidth = *total;
     placeGrid();
     return true;

@@ -5,7 +5,6 @@
 #include "platform/database/recordset.h"
 #include "platform/ui/screen.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtGui/QColor>
 
 #include <functional>
@@ -91,8 +90,6 @@ private:
 
     // The rows on show
     RecordsetPtr openRows(const QString &statement);
-    /// Tells in the status line how far a long reading of these rows is; what fails takes that back.
-    void watchReading(Recordset &rows, const std::function<void()> &reading);
     void bind(const RecordsetPtr &rows);
     /// After each change of rows: headings, count, formats and widths. False when the screen was closed
     /// meanwhile or the rows have changed once more: then the caller has nothing left to do.
@@ -184,6 +181,5 @@ private:
     int m_totalWidth = std::numeric_limits<int>::max() / 2; ///< of the columns, in twips; not fitted yet
     int m_detailsWidth = 0;                                 ///< the same of the details
     int m_formatRun = 0; ///< counts the changes of rows and formats, so that an older formatting ends
-    QElapsedTimer m_reading;
-    QObject m_toTheEnd; ///< goes before the controls, which tell of scrolling and focus even as they go
+    QObject m_toTheEnd;  ///< goes before the controls, which tell of scrolling and focus even as they go
 };

@@ -5,8 +5,10 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/hourglass.h"
+#include "platform/ui/progress.h"
 #include "platform/ui/twips.h"
 #include "presentation/vocabulary.h"
+#include "presentation/work_name.h"
 #include "store/archive_tables.h"
 #include "store/logical_tables.h"
 #include "ui_frmUniversalGrid.h"
@@ -142,7 +144,7 @@ void frmUniversalGrid::mnuArchive_Click()
     if (!askYesNo(u"Are you sure you want to do it?  هل أنت متأكد من أنك لا تزال تريد إتمام الإختزال؟"_s))
         return;
 
-    const Hourglass hourglass;
+    const ProgressLine waiting(m_ui->Label1, workName(Work::Waiting));
     const bool archived =
         archiveRange(m_tableName, from, to, [this](const QString &archive, const QString &interval) {
             m_ui->ArchivesList->addItem(archive + u" : "_s + interval);
@@ -175,7 +177,7 @@ void frmUniversalGrid::mnuDeArchive_Click()
             u"Are you sure you want to do it?  هل أنت متأكد من أنك لا تزال تريد دمج وإستعادة هذا الإرشيف؟"_s))
         return;
 
-    const Hourglass hourglass;
+    const ProgressLine waiting(m_ui->Label1, workName(Work::Waiting));
     if (mergeArchive(m_tableName, m_currentTable, *m_primary, [this] { removeListEntry(); }))
         showBaseTable();
     else

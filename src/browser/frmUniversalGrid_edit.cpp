@@ -9,7 +9,8 @@
 #include "platform/runtime/numbers.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
-#include "platform/ui/hourglass.h"
+#include "platform/ui/progress.h"
+#include "presentation/work_name.h"
 #include "ui_frmUniversalGrid.h"
 
 #include <QtGui/QKeyEvent>
@@ -196,7 +197,10 @@ void frmUniversalGrid::AskToSaveRow()
     }
     const std::vector<CellText> typed = cellsOf(m_prevRow);
     const int shown = m_formatRun;
-    const bool saved = SaveRowChanges({m_tableName, m_currentTable, m_primary, typed}, m_auditAction);
+    const bool saved = [&] {
+        const ProgressLine waiting(m_ui->Label1, workName(Work::Waiting));
+        return SaveRowChanges({m_tableName, m_currentTable, m_primary, typed}, m_auditAction);
+    }();
     if (shown != m_formatRun) { // without its filter the set has given the grid all rows anew
         if (!showRows())
             return;
@@ -254,7 +258,7 @@ void frmUniversalGrid::mnuDelete_Click()
     if (valid.toUpper() == u"INVALID" || valid == u"ملغي")
         return showMessage(engine.isArabic ? u"هذه العمليه ملغيه أصلاً!"_s : u"Entry already deleted!"_s);
     {
-        const Hourglass hourglass;
+        const ProgressLine waiting(m_ui->Label1, workName(Work::Waiting));
         cancelTransaction(m_tableName, m_currentTable, m_currentTransaction, m_auditAction);
     }
     cmdRefresh_Click();

@@ -6,6 +6,8 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/hourglass.h"
+#include "platform/ui/progress.h"
+#include "presentation/work_name.h"
 #include "ui_frmUniversalGrid.h"
 #include "utilities/frmSelectDates.h"
 
@@ -156,7 +158,7 @@ void frmUniversalGrid::cmdRefresh_Click()
         const int row = grid.row();
         const QString field = grid.fieldName(grid.col());
         const QString transaction = GridFieldValue(row, u"transactionid"_s);
-        watchReading(*m_primary, [this] {
+        readUnderLine(m_ui->Label1, workName(Work::Reading), *m_primary, [this] {
             if (m_primary->isOpen())
                 m_primary->requery();
             else // a merge that failed has closed it
@@ -207,7 +209,7 @@ void frmUniversalGrid::showTotals(const QString &statement, const QString &headi
 {
     QString text;
     try {
-        const Hourglass hourglass;
+        const ProgressLine waiting(m_ui->Label1, workName(Work::Waiting));
         const RecordsetPtr sums = Recordset::create();
         sums->open(statement, engine.dbConnection);
         if (m_tableName == u"ledger"_s || m_tableName == u"general"_s)

@@ -1,12 +1,13 @@
 #include "statements/export_rows.h"
 
-#include "core/engine.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/spreadsheet/workbook.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/hourglass.h"
 #include "platform/ui/progress.h"
 #include "platform/ui/wait.h"
 #include "presentation/vocabulary.h"
+#include "presentation/work_name.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -43,7 +44,7 @@ QString exported(Recordset &rows, QString &name, ExportFailure failure)
         name = chooseFile(name);
         serveEventsButInput();
         saving = true;
-        ProgressNotice notice(engine.isArabic ? u"حفظ السجلات"_s : u"Saving rows"_s, translate(u"Stop"_s));
+        ProgressNotice notice(workName(Work::Saving), translate(u"Stop"_s));
         workbook.saveAs(name, [&notice](int done, int all) { return notice.goOn(done, all); });
         return u"Export complete..   تم التصدير بنجاح"_s;
     } catch (const RuntimeError &error) {

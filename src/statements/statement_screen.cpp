@@ -5,7 +5,7 @@
 #include "platform/runtime/format.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/dialogs.h"
-#include "platform/ui/hourglass.h"
+#include "platform/ui/progress.h"
 #include "presentation/session_font.h"
 #include "statements/reports.h"
 #include "utilities/frmSelectDates.h"
@@ -122,10 +122,9 @@ void StatementScreen::closeStatement()
 
 bool StatementScreen::openStatement()
 {
-    {
-        const Hourglass hourglass;
+    readUnderLine(m_controls.count, {}, *m_rsStatement, [this] {
         m_rsStatement->open(engine.strSql, engine.dbConnection, CursorType::Static, LockType::ReadOnly);
-    }
+    });
     const int count = m_rsStatement->recordCount();
     m_controls.count->setText(format(count, u"###,###,###"_s));
     if (count < 1)

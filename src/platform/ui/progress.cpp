@@ -1,8 +1,10 @@
 #include "platform/ui/progress.h"
 
+#include "platform/database/recordset.h"
 #include "platform/ui/application.h"
 #include "platform/ui/qt_dialogs.h"
 
+#include <QtCore/QScopeGuard>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QProgressBar>
@@ -19,11 +21,6 @@ namespace
 constexpr int stride = 100; // ms between two tellings
 int patience = 2000;        // ms
 ProgressLine *innermost = nullptr;
-
-QString withNumber(const QString &doing, int number, const QString &unit)
-{
-    return doing + u" : "_s + QString::number(number) + unit;
-}
 
 /// The window of a notice. What can't be stopped keeps it open.
 class NoticeWindow : public QDialog
@@ -56,6 +53,12 @@ bool ProgressClock::strikes()
     return true;
 }
 
+QString ProgressClock::time() const
+{
+    const qint64 seconds = m_since.elapsed() / 1000;
+    return u"%1:%2"_s.arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
+}
+
 // --- a line of a screen
 
 ProgressLine::ProgressLine(QLabel *line, QString doing)
@@ -74,24 +77,32 @@ void ProgressLine::tell(int done, const QString &unit)
 {
     m_counts = true;
     if (m_clock.strikes())
-        show(withNumber(m_doing, done, unit));
+        show(QString::number(done) + unit);
 }
 
 void ProgressLine::tellSeconds()
 {
     if (innermost && !innermost->m_counts && innermost->m_clock.strikes())
-        innermost->show(withNumber(innermost->m_doing, innermost->m_clock.seconds(), u" s"_s));
+        innermost->show(innermost->m_clock.time());
 }
 
-void ProgressLine::show(const QString &text)
+void ProgressLine::show(const QString &howFar)
 {
     if (!m_line)
         return;
     if (m_shown.isNull())
         m_before = m_line->text();
-    m_shown = text;
-    m_line->setText(text);
+    m_shown = m_doing.isEmpty() ? howFar : m_doing + u" : "_s + howFar;
+    m_line->setText(m_shown);
     m_line->repaint();
+}
+
+void readUnderLine(QLabel *line, const QString &doing, Recordset &rows, const std::function<void()> &reading)
+{
+    ProgressLine progress(line, doing);
+    rows.setReadProgress([&progress](int read) { progress.tell(read); });
+    const auto forget = qScopeGuard([&rows] { rows.setReadProgress({}); });
+    reading();
 }
 
 // --- a window

@@ -7,9 +7,12 @@
 #include <QtCore/QPointer>
 #include <QtCore/QString>
 
+#include <functional>
+
 class QDialog;
 class QLabel;
 class QProgressBar;
+class Recordset;
 
 /// How long a work goes on before it tells how far it is; two seconds unless a test sets another time.
 void setProgressPatience(int milliseconds);
@@ -20,7 +23,8 @@ class ProgressClock
 public:
     ProgressClock() { m_since.start(); }
     bool strikes();
-    int seconds() const { return int(m_since.elapsed() / 1000); }
+    /// Minutes and seconds since its beginning.
+    QString time() const;
 
 private:
     QElapsedTimer m_since;
@@ -33,7 +37,7 @@ private:
 class ProgressLine
 {
 public:
-    /// `line` may go meanwhile, or be null for a work that can't tell. `doing` names the work.
+    /// `line` may go meanwhile. `doing` names the work; without a name the number stands alone.
     ProgressLine(QLabel *line, QString doing);
     ~ProgressLine();
     ProgressLine(const ProgressLine &) = delete;
@@ -45,7 +49,7 @@ public:
 private:
     friend class Application;
     static void tellSeconds();
-    void show(const QString &text);
+    void show(const QString &howFar);
 
     const Hourglass m_hourglass;
     const QPointer<QLabel> m_line;
@@ -57,8 +61,11 @@ private:
     ProgressLine *const m_outer;
 };
 
-/// The same for a work that can be stopped, or that has no screen: a small window over the one in use, which
-/// alone takes input as long as it stands. Its button and the Escape key stop the work.
+/// Runs the reading of these rows under a line that tells how many they are by now.
+void readUnderLine(QLabel *line, const QString &doing, Recordset &rows, const std::function<void()> &reading);
+
+/// The same as a line for a work that can be stopped, or that has no screen: a small window over the one in
+/// use, which alone takes input as long as it stands. Its button and the Escape key stop the work.
 class ProgressNotice
 {
 public:
