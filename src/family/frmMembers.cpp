@@ -4,16 +4,14 @@
 #include "family/bound_boxes.h"
 #include "family/deceased_name.h"
 #include "family/member_records.h"
-#include "platform/runtime/clock.h"
-#include "platform/runtime/dates.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/grid_page.h"
 #include "platform/ui/record_moves.h"
 #include "presentation/prepare_screen.h"
 #include "presentation/vocabulary.h"
-#include "store/data_helpers.h"
 #include "ui_frmMembers.h"
 
 #include <QtGui/QCloseEvent>
@@ -168,19 +166,10 @@ void frmMembers::formatGrid()
 
 void frmMembers::Form_Resize()
 {
-    // What stands below the grid keeps its distance from the lower edge.
-    constexpr int bottomMargin = 10;
-    constexpr int gap = 12;
-    const int buttons = m_ui->surface->height() - bottomMargin - m_ui->cmdAdd->height();
-    const int moves = buttons - gap - m_ui->cmdFirst->height();
-    for (QWidget *button : {m_ui->cmdAdd, m_ui->cmdEdit, m_ui->cmdUpdate, m_ui->cmdCancel, m_ui->cmdDelete,
-                            m_ui->cmdRefresh, m_ui->cmdClose})
-        button->move(button->x(), buttons);
-    for (QWidget *control : {static_cast<QWidget *>(m_ui->cmdFirst),
-                             static_cast<QWidget *>(m_ui->cmdPrevious), static_cast<QWidget *>(m_ui->cmdNext),
-                             static_cast<QWidget *>(m_ui->cmdLast), static_cast<QWidget *>(m_ui->lblStatus)})
-        control->move(control->x(), moves);
-    m_ui->FGrid->resize(m_ui->FGrid->width(), moves - gap - m_ui->FGrid->y());
+    layOutGridPage(*m_ui->FGrid,
+                   {m_ui->cmdFirst, m_ui->cmdPrevious, m_ui->cmdNext, m_ui->cmdLast, m_ui->lblStatus},
+                   {m_ui->cmdAdd, m_ui->cmdEdit, m_ui->cmdUpdate, m_ui->cmdCancel, m_ui->cmdDelete,
+                    m_ui->cmdRefresh, m_ui->cmdClose});
 }
 
 // --- browsing

@@ -30,9 +30,9 @@ public:
 
 protected:
     void Form_Load() override;
-    bool Form_KeyDown(QKeyEvent *event) override;
-    void Form_Resize() override;
     void Form_Unload() override;
+    void Form_Resize() override;
+    bool Form_KeyDown(QKeyEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 

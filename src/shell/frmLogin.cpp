@@ -32,7 +32,7 @@ void frmLogin::Form_Load()
 {
     engine.isArabic = true;
     PrepareScreen(*this);
-    noUsersYet = false;
+    m_noUsersYet = false;
     m_ui->txtUsername->setText(operatingSystemUser());
     engine.currentUser = m_ui->txtUsername->text();
     LoginSucceeded = false;
@@ -53,7 +53,7 @@ void frmLogin::demandFirstUser()
     engine.userFontSize = 10;
     engine.userFontBold = true;
     engine.userFontColor = 0;
-    noUsersYet = true;
+    m_noUsersYet = true;
 
     frmNewUser newUser;
     newUser.load();
@@ -64,7 +64,7 @@ void frmLogin::demandFirstUser()
 
 void frmLogin::cmdOK_Click()
 {
-    if (noUsersYet) { // nothing is checked, whether or not a user was made: that is meant
+    if (m_noUsersYet) { // nothing is checked, whether or not a user was made: that is meant
         LoginSucceeded = true;
         hideScreen();
         return;

@@ -33,5 +33,5 @@ private:
     void takeOverUser(const Recordset &user);
 
     std::unique_ptr<Ui::frmLogin> m_ui;
-    bool noUsersYet = false;
+    bool m_noUsersYet = false;
 };

@@ -4,6 +4,7 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/grid_page.h"
 #include "platform/ui/twips.h"
 #include "presentation/prepare_screen.h"
 #include "presentation/vocabulary.h"
@@ -53,7 +54,7 @@ frmUsers::frmUsers() : Screen(u"frmUsers"_s), m_ui(std::make_unique<Ui::frmUsers
 
 frmUsers::~frmUsers() = default;
 
-void frmUsers::trapping(const std::function<void()> &command)
+void frmUsers::showingFailures(const std::function<void()> &command)
 {
     try {
         command();
@@ -125,18 +126,9 @@ void frmUsers::fitColumns()
 
 void frmUsers::Form_Resize()
 {
-    // What stands below the grid keeps its distance from the lower edge.
-    constexpr int bottomMargin = 10;
-    constexpr int gap = 12;
-    const int buttons = m_ui->surface->height() - bottomMargin - m_ui->cmdAdd->height();
-    const int moves = buttons - gap - m_ui->cmdFirst->height();
-    for (QWidget *button : {m_ui->cmdAdd, m_ui->cmdDelete, m_ui->cmdRefresh, m_ui->cmdClose})
-        button->move(button->x(), buttons);
-    for (QWidget *control : {static_cast<QWidget *>(m_ui->cmdFirst),
-                             static_cast<QWidget *>(m_ui->cmdPrevious), static_cast<QWidget *>(m_ui->cmdNext),
-                             static_cast<QWidget *>(m_ui->cmdLast), static_cast<QWidget *>(m_ui->lblStatus)})
-        control->move(control->x(), moves);
-    m_ui->grdDataGrid->resize(m_ui->grdDataGrid->width(), moves - gap - m_ui->grdDataGrid->y());
+    layOutGridPage(*m_ui->grdDataGrid,
+                   {m_ui->cmdFirst, m_ui->cmdPrevious, m_ui->cmdNext, m_ui->cmdLast, m_ui->lblStatus},
+                   {m_ui->cmdAdd, m_ui->cmdDelete, m_ui->cmdRefresh, m_ui->cmdClose});
     hideRanks();
 }
 
@@ -247,7 +239,7 @@ bool frmUsers::Form_KeyDown(QKeyEvent *event)
 
 void frmUsers::navigate(RecordMove move)
 {
-    trapping([&] {
+    showingFailures([&] {
         if (m_ui->grdDataGrid->saveRow())
             moveRecord(*m_primary, move);
     });
@@ -261,7 +253,7 @@ void frmUsers::cmdAdd_Click()
 
 void frmUsers::cmdRefresh_Click()
 {
-    trapping([this] {
+    showingFailures([this] {
         if (!m_ui->grdDataGrid->saveRow())
             return;
         m_ui->grdDataGrid->setDataSource(nullptr);
@@ -278,7 +270,7 @@ void frmUsers::cmdRefresh_Click()
 
 void frmUsers::cmdDelete_Click()
 {
-    trapping([this] {
+    showingFailures([this] {
         if (m_ui->grdDataGrid->row() >= 0 && m_ui->grdDataGrid->saveRow())
             deleteUser();
     });

@@ -24,6 +24,7 @@ class frmUsers : public Screen
 public:
     frmUsers();
     ~frmUsers() override;
+
     void saveTyped() override;
 
 protected:
@@ -51,7 +52,7 @@ private:
     void followFocus(const QWidget *now);
     void navigate(RecordMove move);
     /// Runs a command that shows its failure's description and leaves.
-    void trapping(const std::function<void()> &command);
+    void showingFailures(const std::function<void()> &command);
     void showFailure(const RuntimeError &failure);
 
     void begin(const QString &action);

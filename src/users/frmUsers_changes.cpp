@@ -110,7 +110,7 @@ void frmUsers::grdDataGrid_Error(const RuntimeError &failure)
     const bool unfit = failure.number() == doesNotFit && m_primary->isOpen();
     if (unfit && m_ui->grdDataGrid->col() == m_primary->fieldIndex(u"rank"_s))
         return showInvalid(u"rank"_s); // no number, or too large a one
-    trapping([&] { showFailure(failure); });
+    showingFailures([&] { showFailure(failure); });
 }
 
 bool frmUsers::isRowChanged() const
