@@ -26,16 +26,20 @@ public:
     Engine &engine() noexcept { return m_engine; }
 
     using CompiledPtr = std::shared_ptr<const sql::Compiled>;
+    /// What a statement's text has become; kept by its text until the catalogue changes.
+    /// @throws RuntimeError as sql::compile()
     CompiledPtr compile(const QString &text);
+    /// @throws RuntimeError as sql::compileTable()
     CompiledPtr compileTable(const QString &table);
 
     /// Runs a statement; rows that it gives are not read. @throws RuntimeError, and nothing of it remains
     void run(const sql::Compiled &compiled);
     /// Runs steps that take effect together or not at all: in a transaction of their own, or as a part of the
-    /// one that is open.
+    /// one that is open. @throws RuntimeError, and nothing of them remains
     void write(const std::vector<sql::Step> &steps);
     /// The prepared form of an engine text, for reading. Valid until the next call.
     Statement &prepared(const QByteArray &text);
+    /// The one level of transaction, as Connection::beginTrans() describes it, failures included.
     void begin();
     void commit();
     void rollback();

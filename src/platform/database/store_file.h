@@ -37,7 +37,10 @@ public:
     ~StoreFile(); ///< closes; errors are dropped
 
     /// Makes one table with its indexes and counters.
+    /// @throws RuntimeError 3704 behind close(), and what the engine gives
     void appendTable(const TableDefinition &table);
+    /// All tables are on the disk when this returns; nothing happens when it was called before.
+    /// @throws RuntimeError as the engine and the file system do; then no table is there
     void close();
 
 private:

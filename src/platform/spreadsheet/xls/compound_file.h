@@ -17,6 +17,7 @@ public:
     void write(QByteArrayView bytes);
     /// Overwrites bytes of the stream that were written before.
     void patch(qint64 position, QByteArrayView bytes);
+    /// Writes the tables behind the stream, and the header. Nothing may be written afterwards.
     void finish();
 
 private:

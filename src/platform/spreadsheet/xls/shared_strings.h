@@ -19,6 +19,7 @@ public:
         quint32 number;
         bool isNew;
     };
+    /// A text's number, from 0, and whether it is a new one.
     Numbered of(const QString &text);
 
 private:
@@ -35,6 +36,7 @@ public:
 
     /// The text of one more cell.
     void add(const QString &text);
+    /// Writes what is left, and the counts in front.
     void finish();
 
 private:
