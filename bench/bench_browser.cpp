@@ -10,6 +10,7 @@
 #include "bare_store.h"
 #include "browser/frmUniversalGrid.h"
 #include "core/engine.h"
+#include "figures.h"
 #include "ledger_rows.h"
 #include "place.h"
 #include "platform/ui/application.h"
@@ -148,11 +149,10 @@ struct Workload {
 
     double median(double Span::*clock) const
     {
-        std::vector<double> sorted;
+        std::vector<double> spans;
         for (const Span &time : times)
-            sorted.push_back(time.*clock);
-        std::ranges::sort(sorted);
-        return sorted[sorted.size() / 2];
+            spans.push_back(time.*clock);
+        return ::median(std::move(spans));
     }
 };
 
@@ -220,19 +220,6 @@ void print(int rows, const std::vector<Workload> &loads)
         std::printf("\n");
     }
     std::fflush(stdout);
-}
-
-/// A line of the process's status, in KiB.
-long memoryOf(const char *name)
-{
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly))
-        qFatal("no /proc");
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith(name))
-            return line.mid(line.indexOf(':') + 1).simplified().split(' ').front().toLong();
-    }
-    qFatal("no %s", name);
 }
 
 void measureMemory(const QString &folder, int rows)

@@ -7,6 +7,7 @@
 
 #include "bare_store.h"
 #include "core/engine.h"
+#include "figures.h"
 #include "ledger_rows.h"
 #include "place.h"
 #include "platform/report/preview_window.h"
@@ -22,29 +23,13 @@
 #include <QtGui/QPdfWriter>
 #include <QtWidgets/QAbstractScrollArea>
 
-#include <algorithm>
 #include <cstdio>
-#include <ctime>
-#include <functional>
 #include <map>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-
-double computing(const std::function<void()> &work)
-{
-    const std::clock_t start = std::clock();
-    work();
-    return double(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
-}
-
-double median(std::vector<double> times)
-{
-    std::ranges::sort(times);
-    return times[times.size() / 2];
-}
 
 Report statementOf(const QString &folder, int rows)
 {
@@ -181,14 +166,14 @@ int main(int argc, char **argv)
     std::vector<double> pdfTimes;
     std::map<int, std::vector<double>> previewTimes;
     for (int i = -1; i < 9; ++i) { // the first one warms the caches
-        const double bareTime = computing([&] { bare.draw(pdf); });
-        const double pdfTime = computing([&] { saveReportAsPdf(report, pdf); });
+        const double bareTime = computingOf([&] { bare.draw(pdf); });
+        const double pdfTime = computingOf([&] { saveReportAsPdf(report, pdf); });
         if (i >= 0) {
             bareTimes.push_back(bareTime);
             pdfTimes.push_back(pdfTime);
         }
         for (const int rows : {1'000, 100'000}) {
-            const double time = computing([&] { showFirstPage(reports[rows]); });
+            const double time = computingOf([&] { showFirstPage(reports[rows]); });
             if (i >= 0)
                 previewTimes[rows].push_back(time);
         }

@@ -9,6 +9,7 @@
 
 #include "bare_store.h"
 #include "core/engine.h"
+#include "figures.h"
 #include "ledger_rows.h"
 #include "place.h"
 #include "platform/runtime/dates.h"
@@ -20,9 +21,7 @@
 #include <QtCore/QTemporaryDir>
 #include <sys/wait.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <malloc.h>
 #include <unistd.h>
@@ -136,16 +135,8 @@ void measure(Times &times, const std::function<void()> &work)
 {
     QElapsedTimer wall;
     wall.start();
-    const std::clock_t start = std::clock();
-    work();
-    times.computing.push_back(double(std::clock() - start) * 1000 / CLOCKS_PER_SEC);
+    times.computing.push_back(computingOf(work));
     times.wall.push_back(double(wall.nsecsElapsed()) / 1e6);
-}
-
-double median(std::vector<double> values)
-{
-    std::ranges::nth_element(values, values.begin() + std::ptrdiff_t(values.size() / 2));
-    return values[values.size() / 2];
 }
 
 void tell(const char *name, const Times &times, const Times &bare, double limit)
@@ -182,16 +173,6 @@ void measureTimes(int rows)
     tell(".txt", text, library, 1);
 }
 
-/// A line of the process's own figures, in kilobytes.
-long ownMemory(const QByteArray &name)
-{
-    QFile file(u"/proc/self/status"_s);
-    if (!file.open(QFile::ReadOnly))
-        qFatal("no figures of the process");
-    const QByteArray all = file.readAll();
-    return all.sliced(all.indexOf(name + ':') + name.size() + 1).simplified().split(' ').front().toLong();
-}
-
 void measureMemory(int rows)
 {
     const Ledger ledger(rows);
@@ -203,10 +184,10 @@ void measureMemory(int rows)
             QFile peak(u"/proc/self/clear_refs"_s);
             if (!peak.open(QFile::WriteOnly) || peak.write("5") != 1 || !peak.flush())
                 qFatal("the peak can't be reset");
-            const long before = ownMemory("VmRSS");
+            const long before = memoryOf("VmRSS");
             save(ledger, form);
             std::printf("%8d rows  .%-5s %8.1f MB more at the peak\n", rows, qPrintable(form),
-                        double(ownMemory("VmHWM") - before) / 1024);
+                        double(memoryOf("VmHWM") - before) / 1024);
             std::fflush(stdout);
             _exit(0);
         }

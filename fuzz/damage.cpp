@@ -1,5 +1,6 @@
 #include "fuzz/damage.h"
 
+#include "fuzz/sealed_pages.h"
 #include "platform/database/session.h"
 
 #include <sqlcipher/sqlite3.h>

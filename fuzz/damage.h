@@ -1,6 +1,5 @@
 #pragma once
 
-#include "fuzz/sealed_pages.h"
 #include "platform/database/connection.h"
 
 #include <QtCore/QByteArrayView>

@@ -2,6 +2,7 @@
 
 #include "fuzz/support.h"
 #include "platform/database/store_file.h"
+#include "store/connection_strings.h"
 
 #include <QtCore/QFile>
 #include <openssl/evp.h>
@@ -62,7 +63,7 @@ QByteArray madeStore()
                       {u"id"_s, u"name"_s}});
     file.close();
     const ConnectionPtr store = Connection::create();
-    store->open(fuzz::connectionTo(path, fuzz::SealedPages::password()));
+    store->open(connectionStringOf(path, fuzz::SealedPages::password()));
     for (int row = 1; row <= 60; ++row)
         store->execute(u"insert into items (name,note,kind,amount,valid,day) values "
                        "('name %1','%2',%1,%1.25,true,'%3/03/2004')"_s.arg(row)

@@ -1,6 +1,8 @@
 #include "fuzz/damage.h"
+#include "fuzz/sealed_pages.h"
 #include "fuzz/support.h"
 #include "platform/database/recordset.h"
+#include "store/connection_strings.h"
 
 #include <QtCore/QFile>
 
@@ -16,7 +18,7 @@ FUZZ_HARNESS(store_bytes)
                   "there is room");
     fuzz::refusal([&] {
         const ConnectionPtr store = Connection::create();
-        store->open(fuzz::connectionTo(path, fuzz::SealedPages::password()));
+        store->open(connectionStringOf(path, fuzz::SealedPages::password()));
         fuzz::limitWork(store);
         for (const SchemaTable &table : store->schemaTables()) {
             fuzz::refusal([&] {

@@ -4,6 +4,7 @@
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/numbers.h"
+#include "store/connection_strings.h"
 #include "store/schema.h"
 
 #include <QtCore/QDir>
@@ -72,12 +73,6 @@ const QString &fuzz::folder()
     return path;
 }
 
-QString fuzz::connectionTo(const QString &path, const QString &password)
-{
-    return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Jet OLEDB:Database Password="_s +
-           password;
-}
-
 const ConnectionPtr &fuzz::seededStore()
 {
     static const ConnectionPtr store = [] {
@@ -88,7 +83,7 @@ const ConnectionPtr &fuzz::seededStore()
             file.appendTable(table);
         file.close();
         const ConnectionPtr connection = Connection::create();
-        connection->open(connectionTo(path, u"password"_s));
+        connection->open(connectionStringOf(path, u"password"_s));
         for (const QString &statement : seed.split(u'\n'))
             connection->execute(statement);
         return connection;

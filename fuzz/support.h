@@ -58,8 +58,6 @@ Value valueOf(const QString &text);
 /// A place in memory where there is one, else on the disk; it goes when the process ends by itself.
 const QString &folder();
 
-QString connectionTo(const QString &path, const QString &password);
-
 /// A connection to a store with all tables and rows of every kind, open as long as the process.
 const ConnectionPtr &seededStore();
 
