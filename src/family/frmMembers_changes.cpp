@@ -8,6 +8,7 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/hourglass.h"
 #include "presentation/vocabulary.h"
 #include "store/data_helpers.h"
 #include "ui_frmMembers.h"
@@ -243,6 +244,7 @@ void frmMembers::cmdDelete_Click()
 void frmMembers::deleteMember()
 {
     dropUnaskedEdit();
+    const Hourglass hourglass;
     if (hasLedgerRows(m_primary->value(u"name"_s).toText()))
         return showMessage(
             engine.isArabic

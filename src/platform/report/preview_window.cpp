@@ -8,6 +8,7 @@
 #include "platform/ui/hourglass.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
@@ -20,6 +21,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -210,12 +212,30 @@ void PreviewWindow::tellPages()
         m_number->setText(QString::number(m_view->page() + 1));
 }
 
+/// Looks for a page, with the window alive when that takes long; stopped, it leaves the one on show.
 void PreviewWindow::showPage(int page)
 {
+    if (!lookFor(page))
+        return;
     if (m_pages->hasPage(page) && page != m_view->page())
         m_view->showPage(page);
     tellPages();
     m_number->setText(QString::number(m_view->page() + 1));
+}
+
+bool PreviewWindow::lookFor(int page)
+{
+    const auto isFound = [&] { return m_pages->allFound() || page < m_pages->pagesFound(); };
+    if (isFound())
+        return true;
+    const QScopedValueRollback working(m_working, true);
+    const Hourglass shown;
+    m_stop = false;
+    m_sinceEvents.start();
+    const auto finish = qScopeGuard([this] { m_status->setText(m_stop ? m_texts.stopped : QString()); });
+    while (!isFound() && goOn(m_pages->pagesFound() - 1))
+        m_pages->findPages(rowsCountedAtOnce);
+    return !m_stop;
 }
 
 template <typename Command>
@@ -277,7 +297,10 @@ void PreviewWindow::next()
 
 void PreviewWindow::last()
 {
-    run(m_texts.notShown, [this] { showPage(m_pages->count() - 1); });
+    run(m_texts.notShown, [this] {
+        if (lookFor(std::numeric_limits<int>::max()))
+            showPage(m_pages->count() - 1);
+    });
 }
 
 void PreviewWindow::toTypedPage()

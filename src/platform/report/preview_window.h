@@ -38,6 +38,7 @@ private:
                            void (PreviewWindow::*command)());
     void countOn();
     void showPage(int page);
+    bool lookFor(int page);
     void tellPages();
     /// Runs a command, unless an output is under way, and tells its failure behind that text.
     template <typename Command>

@@ -4,7 +4,9 @@
 #include "platform/ui/application.h"
 #include "platform/ui/qt_dialogs.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QScopeGuard>
+#include <QtGui/QWindow>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QProgressBar>
@@ -18,8 +20,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-constexpr int stride = 100; // ms between two tellings
-int patience = 2000;        // ms
+constexpr int stride = 100;         // ms between two tellings
+constexpr int latestExposure = 500; // ms until a new window is painted
+int patience = 2000;                // ms
 ProgressLine *innermost = nullptr;
 
 /// The window of a notice. What can't be stopped keeps it open.
@@ -141,6 +144,10 @@ QLabel *ProgressNotice::show()
     }
     m_window->show();
     m_window->activateWindow();
+    const QDeadlineTimer late(latestExposure);
+    do {
+        serveEventsButInput();
+    } while (m_window && !m_window->windowHandle()->isExposed() && !late.hasExpired());
     return label;
 }
 
