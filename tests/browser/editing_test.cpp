@@ -134,7 +134,7 @@ TEST_P(Editing, EachEditorCorrectsItsColumns)
     EXPECT_EQ(place(*screen), u"3 amount"_s); // what was picked
 }
 
-TEST_P(Editing, OnlyTheToldCellsOpen)
+TEST_P(Editing, OnlyTheCellsThatMayBeEditedOpen)
 {
     const QString wrongColumn = u"You CANNOT change this column! لا تستطيع تغيير هذا العمود"_s;
     auto screen = browse(u"ledger"_s);
