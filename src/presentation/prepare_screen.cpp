@@ -42,8 +42,8 @@ void translateCaption(QObject *control)
 
 void translateAccessibleName(QWidget &control)
 {
-    if (engine.isArabic)
-        control.setAccessibleName(translate(control.accessibleName()));
+    if (!control.accessibleName().isEmpty())
+        setAccessibleText(&control, translate(control.accessibleName()));
 }
 
 /// The screen's font with what the session sets on it. Before the first login the session has neither a name

@@ -224,6 +224,8 @@ void setAccessibleText(QWidget *control, const QString &text)
     if (name.endsWith(u':'))
         name.chop(1);
     control->setAccessibleName(name);
+    if (kindOf(control) == ControlKind::ComboBox)
+        control->setAccessibleDescription(name);
 }
 
 void takeAsciiDigits(QWidget *textBox)

@@ -48,7 +48,8 @@ void setCaption(QObject *control, const QString &caption);
 bool rightToLeftOf(const QObject *control);
 void setRightToLeft(QObject *control, bool on);
 
-/// A control without a name for the eye gets its accessible name from this text.
+/// A control without a name for the eye gets its accessible name from this text; a list, whose entry is read
+/// as its name, its description too.
 void setAccessibleText(QWidget *control, const QString &text);
 
 /// Turns Arabic-Indic digits to ASCII as they are typed, pasted or set into the box, and refuses nothing. A
