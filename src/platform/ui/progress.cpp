@@ -13,6 +13,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -52,7 +53,7 @@ bool ProgressClock::strikes()
     const qint64 now = m_since.elapsed();
     if (now < std::max<qint64>(patience, m_next))
         return false;
-    m_next = now + stride;
+    m_next = now + std::min(stride, patience);
     return true;
 }
 
@@ -123,6 +124,7 @@ ProgressNotice::~ProgressNotice()
 QLabel *ProgressNotice::show()
 {
     constexpr int width = 320;
+    m_standing.emplace();
     m_window = new NoticeWindow(!m_stop.isEmpty(), windowInUse());
     m_window->setWindowTitle(programTitle());
     m_window->setWindowModality(Qt::ApplicationModal);

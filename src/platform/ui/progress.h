@@ -8,13 +8,15 @@
 #include <QtCore/QString>
 
 #include <functional>
+#include <optional>
 
 class QDialog;
 class QLabel;
 class QProgressBar;
 class Recordset;
 
-/// How long a work goes on before it tells how far it is; two seconds unless a test sets another time.
+/// How long a work goes on before it tells how far it is: two seconds, unless a test sets another time. With
+/// none it tells at each call.
 void setProgressPatience(int milliseconds);
 
 /// When a work is to tell: once it has gone on for too long, and then some times a second.
@@ -37,7 +39,8 @@ private:
 class ProgressLine
 {
 public:
-    /// `line` may go meanwhile. `doing` names the work; without a name the number stands alone.
+    /// `line` may go meanwhile, and none tells nothing. `doing` names the work; without a name the number
+    /// stands alone.
     ProgressLine(QLabel *line, QString doing);
     ~ProgressLine();
     ProgressLine(const ProgressLine &) = delete;
@@ -80,15 +83,15 @@ public:
     bool goOn(int done, int all);
 
     /// Shows the window at once, without a bar when it can't be stopped, for a work that can't call goOn().
-    /// Returns its line.
+    /// Serves events, but no keys and clicks. Returns the window's line.
     QLabel *show();
 
 private:
     const Hourglass m_hourglass;
-    const DialogWait m_wait;
     const QString m_doing;
     const QString m_stop;
     ProgressClock m_clock;
+    std::optional<DialogWait> m_standing; ///< as long as the window does
     QPointer<QDialog> m_window;
     QPointer<QProgressBar> m_bar;
     bool m_stopped = false;
