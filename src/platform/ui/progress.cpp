@@ -129,12 +129,13 @@ QLabel *ProgressNotice::show()
     m_window->setWindowTitle(programTitle());
     m_window->setWindowModality(Qt::ApplicationModal);
     auto *layout = new QVBoxLayout(m_window);
-    auto *label = new QLabel(m_doing);
-    label->setMinimumWidth(width);
-    layout->addWidget(label);
+    m_line = new QLabel(m_doing);
+    m_line->setMinimumWidth(width);
+    layout->addWidget(m_line);
     m_bar = new QProgressBar;
     m_bar->setAccessibleName(m_doing);
     m_bar->setRange(0, 100);
+    m_bar->setTextVisible(false); // the style leaves it out where a bar runs from right to left
     layout->addWidget(m_bar);
     if (m_stop.isEmpty()) {
         m_bar->hide();
@@ -150,7 +151,7 @@ QLabel *ProgressNotice::show()
     do {
         serveEventsButInput();
     } while (m_window && !m_window->windowHandle()->isExposed() && !late.hasExpired());
-    return label;
+    return m_line;
 }
 
 bool ProgressNotice::goOn(int done, int all)
@@ -158,7 +159,9 @@ bool ProgressNotice::goOn(int done, int all)
     if (!m_stopped && m_clock.strikes()) {
         if (!m_bar)
             show();
-        m_bar->setValue(int(100.0 * done / std::max(all, 1)));
+        const int percent = int(100.0 * done / std::max(all, 1));
+        m_line->setText(m_doing + u" : "_s + QString::number(percent) + u" %"_s);
+        m_bar->setValue(percent);
         serveEvents();
         m_stopped = !m_window || m_window->isHidden();
     }

@@ -93,6 +93,7 @@ private:
     ProgressClock m_clock;
     std::optional<DialogWait> m_standing; ///< as long as the window does
     QPointer<QDialog> m_window;
+    QPointer<QLabel> m_line;
     QPointer<QProgressBar> m_bar;
     bool m_stopped = false;
 };
