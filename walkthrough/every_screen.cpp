@@ -25,6 +25,7 @@
 #include "utilities/frmDateConversion.h"
 #include "utilities/frmInformation.h"
 #include "utilities/frmSelectDates.h"
+#include "utilities/guide_window.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QHash>
@@ -94,6 +95,18 @@ void visitBrowsers(const Visit &visit)
         visitScreen<frmUniversalGrid>(visit, u'-' + table);
     }
     engine.dbConnection->rollbackTrans();
+}
+
+/// At a page with pictures, asked for by the screen that it tells about.
+void visitGuide(const Visit &visit)
+{
+    frmMembers asking;
+    asking.load();
+    asking.show();
+    showGuide(asking);
+    auto &guide = theScreen<GuideWindow>();
+    visitShown(guide, visit);
+    guide.unload();
 }
 
 /// With more users than the store has: those are taken back.
@@ -210,6 +223,7 @@ void visitEveryScreen(const Look &look, const Visit &visit)
     visitScreen<frmDateConversion>(visit);
     visitScreen<frmAbout>(visit);
     visitScreen<frmInformation>(visit);
+    visitGuide(visit);
     visitScreen<frmReports>(visit);
     visitStatements(visit);
     visitBrowsers(visit);

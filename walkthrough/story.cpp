@@ -259,7 +259,7 @@ void playConversion(Player &player)
     player.on(u"frmDateConversion"_s, [&player](Screen &screen) {
         hand::fill(screen, "Text1", u"28/07/2016"_s);
         hand::click(screen, "cmdHijri");
-        player.picture(screen, u"conversion"_s);
+        player.picture(screen, screen.rightToLeft() ? u"conversion-arabic"_s : u"conversion-english"_s);
         screen.close();
     });
     player.on(u"frmMain"_s, [](Screen &screen) { hand::chooseMenu(screen, "mnuHelp", "mnuAbout"); });

@@ -28,14 +28,18 @@ constexpr int bigButtonPoints = 14;
 
 } // namespace
 
-frmMain::frmMain() : Screen(u"frmMain"_s), m_ui(std::make_unique<Ui::frmMain>()), m_userPanel(new QLabel)
+frmMain::frmMain()
+    : Screen(u"frmMain"_s), m_ui(std::make_unique<Ui::frmMain>()), m_userPanel(new QLabel),
+      m_helpPanel(new QLabel)
 {
     m_ui->setupUi(this);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     m_userPanel->setTextFormat(Qt::PlainText);
     m_userPanel->setContentsMargins(4, 0, 4, 0);
     m_ui->StatusBar1->addWidget(m_userPanel, 1); // a message would go as soon as a menu is opened
-    auto *languages = new QActionGroup(this);    // one of the two stays checked
+    m_helpPanel->setContentsMargins(4, 0, 4, 0);
+    m_ui->StatusBar1->addPermanentWidget(m_helpPanel);
+    auto *languages = new QActionGroup(this); // one of the two stays checked
     languages->addAction(m_ui->mnuArabic);
     languages->addAction(m_ui->mnuEnglish);
 
@@ -71,7 +75,7 @@ void frmMain::Form_Load()
         button->setFont(font);
     }
     showTutorialState();
-    showUser();
+    showPanels();
 }
 
 /// Behind this the store is closed before the other screens are.
@@ -108,9 +112,10 @@ void frmMain::showTutorialState()
     m_ui->mnuStopTutorial->setVisible(engine.tutorialMode);
 }
 
-void frmMain::showUser()
+void frmMain::showPanels()
 {
     m_userPanel->setText(translate(u"User"_s) + u": "_s + engine.currentUser);
+    m_helpPanel->setText(engine.isArabic ? u"دليل الاستخدام: F1"_s : u"Guide: F1"_s);
 }
 
 bool frmMain::familyIsFit()
@@ -202,7 +207,7 @@ void frmMain::changeLanguage(bool arabic)
     frmMain instance;
     ignoringErrors([&instance] { instance.load(); });
     takeWordsFrom(instance);
-    showUser();
+    showPanels();
 }
 
 /// Words and direction, but no places: this screen is mirrored when it is loaded next.

@@ -44,7 +44,7 @@ private:
     void mnuExit_Click();
 
     void showTutorialState();
-    void showUser();
+    void showPanels();
     void changeLanguage(bool arabic);
     void takeWordsFrom(const Screen &instance);
     bool familyIsFit();
@@ -52,4 +52,5 @@ private:
 
     std::unique_ptr<Ui::frmMain> m_ui;
     QLabel *m_userPanel;
+    QLabel *m_helpPanel;
 };

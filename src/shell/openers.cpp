@@ -12,6 +12,7 @@
 #include "users/frmUsers.h"
 #include "utilities/frmAbout.h"
 #include "utilities/frmDateConversion.h"
+#include "utilities/guide_window.h"
 
 void installOpeners()
 {
@@ -26,4 +27,5 @@ void installOpeners()
     navigation.showExpense = [] { (new frmExpense)->showModal(); };
     navigation.showRevenue = [] { (new frmRevenue)->showModal(); };
     navigation.showRevenueBeside = [] { theScreen<frmRevenue>().showModeless(); };
+    Screen::setHelp(showGuide);
 }

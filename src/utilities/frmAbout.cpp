@@ -6,6 +6,7 @@
 #include "platform/ui/dialogs.h"
 #include "presentation/vocabulary.h"
 #include "ui_frmAbout.h"
+#include "utilities/guide_window.h"
 #include "utilities/program_description.h"
 
 #include <QtWidgets/QLayout>
@@ -26,6 +27,7 @@ frmAbout::frmAbout() : Screen(u"frmAbout"_s), m_ui(std::make_unique<Ui::frmAbout
     m_ui->picIcon->setPixmap(programIcon().pixmap(m_ui->picIcon->size(), devicePixelRatio()));
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
     connect(m_ui->mnuInformation, &QAction::triggered, this, &frmAbout::mnuInformation_Click);
+    connect(m_ui->mnuGuide, &QAction::triggered, this, &frmAbout::mnuGuide_Click);
 }
 
 frmAbout::~frmAbout() = default;
@@ -44,6 +46,7 @@ void frmAbout::Form_Load()
         m_ui->lblDisclaimer1->setText(
             u"يُحسب نصيب كل وارث مما أُدخل في البرنامج, فنرجو مراجعته قبل صرف أي مبلغ."_s);
         m_ui->lblDisclaimer2->setText(u"للأسئلة والتبليغ عن الأخطاء: الشخص الذي ركَب لكم البرنامج."_s);
+        m_ui->mnuGuide->setText(u"دليل الاستخدام (F1)"_s);
         for (QObject *control : controlsOf(*this)) {
             const ControlKind kind = kindOf(control);
             if (kind == ControlKind::CommandButton || kind == ControlKind::Menu || kind == ControlKind::Label)
@@ -67,4 +70,9 @@ void frmAbout::mnuInformation_Click()
         brief.text += line + u"\r\n"_s;
     brief.rightAligned = engine.isArabic;
     showMessage(brief);
+}
+
+void frmAbout::mnuGuide_Click()
+{
+    showGuide(*this);
 }

@@ -24,6 +24,7 @@ protected:
 private:
     void cmdOK_Click();
     void mnuInformation_Click();
+    void mnuGuide_Click();
 
     std::unique_ptr<Ui::frmAbout> m_ui;
 };

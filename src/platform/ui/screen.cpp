@@ -26,6 +26,12 @@ QList<Screen *> &loadedList()
     return screens;
 }
 
+std::function<void(Screen &)> &helpKey()
+{
+    static std::function<void(Screen &)> help;
+    return help;
+}
+
 /// Where the last `new` of a screen put it, so that its constructor can tell that it was made by `new`.
 struct Allocation {
     const char *begin = nullptr;
@@ -288,7 +294,19 @@ bool Screen::Form_KeyDown(QKeyEvent *)
 
 bool Screen::previewKey(QKeyEvent *event)
 {
-    return m_loaded && !m_unloading && Form_KeyDown(event);
+    if (!m_loaded || m_unloading)
+        return false;
+    if (Form_KeyDown(event))
+        return true;
+    if (event->key() != Qt::Key_F1 || event->modifiers() != Qt::NoModifier || !helpKey())
+        return false;
+    helpKey()(*this);
+    return true;
+}
+
+void Screen::setHelp(std::function<void(Screen &)> help)
+{
+    helpKey() = std::move(help);
 }
 
 void Screen::keyPressEvent(QKeyEvent *event)

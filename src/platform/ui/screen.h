@@ -12,8 +12,8 @@
 #include <vector>
 
 /// A window of the program. Its controls come from a Designer file whose top is a QMainWindow: a menu bar, a
-/// central widget that is the screen's inner surface with absolutely placed controls, and where told a status
-/// bar. Every control's objectName is its told name; the elements of a control array are named `txtFields_0`,
+/// central widget that is the screen's inner surface with absolutely placed controls, and perhaps a status
+/// bar. A control is known by its objectName; the elements of a control array are named `txtFields_0`,
 /// `txtFields_1` ...
 ///
 /// Life: constructing builds the controls; load() runs Form_Load once and puts the screen on the list of
@@ -22,9 +22,9 @@
 /// pointer). A screen is shown by showModal() or showModeless(), which load it when it is not loaded yet.
 /// Closing its window unloads it. Destroying a loaded screen takes it off the list without Form_Unload.
 ///
-/// The told order holds: Form_Load, Form_Resize once before the screen is first shown and after each change
-/// of its size, Form_QueryUnload, Form_Unload. A failure in Form_Load reaches the caller and leaves the
-/// screen as unloading does, without Form_Unload.
+/// The routines run in this order: Form_Load, Form_Resize once before the screen is first shown and after
+/// each change of its size, Form_QueryUnload, Form_Unload. A failure in Form_Load reaches the caller and
+/// leaves the screen as unloading does, without Form_Unload.
 ///
 /// Keys: Form_KeyDown sees every key that goes to this screen before the control with the focus does. Enter
 /// then clicks the button with the focus or else the one whose `default` property is set; Escape clicks the
@@ -39,7 +39,7 @@ class Screen : public QMainWindow
     Q_OBJECT
 
 public:
-    /// `name` is the told name, such as `frmMain`; it becomes the objectName.
+    /// `name` is the name of the class, such as `frmMain`; it becomes the objectName.
     explicit Screen(const QString &name);
     ~Screen() override;
 
@@ -110,8 +110,11 @@ public:
     /// The hourglass and back.
     static void setHourglass(bool on);
 
-    /// Gives Form_KeyDown its look at a key; true when it took it. The event dispatch calls this.
+    /// Gives Form_KeyDown its look at a key; true when it took it. F1 then asks for help. The event dispatch
+    /// calls this.
     bool previewKey(QKeyEvent *event);
+    /// What F1 does on every screen whose Form_KeyDown leaves it; nothing until it is set.
+    static void setHelp(std::function<void(Screen &asking)> help);
 
     static void *operator new(std::size_t size);
     static void *operator new(std::size_t, void *where) noexcept
