@@ -8,8 +8,11 @@
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/inotify.h>
 
 #include <csignal>
+#include <fcntl.h>
 
 namespace
 {
@@ -66,6 +69,43 @@ TEST_F(SavingTest, AsksBeforeItReplaces)
     EXPECT_EQ(failureAt(path(u"link.txt"_s)), QString());
     EXPECT_TRUE(QFileInfo(path(u"link.txt"_s)).isSymLink());
     EXPECT_EQ(files(), (QStringList{u"link.txt"_s, u"x.txt"_s, u"x.xls"_s, u"x.xlsx"_s}));
+}
+
+/// What has a name when the process is killed would stay.
+TEST_F(SavingTest, MakesNoNameButItsOwn)
+{
+    const int watch = inotify_init1(IN_NONBLOCK);
+    inotify_add_watch(watch, m_folder.path().toUtf8().constData(), IN_CREATE);
+    const auto namesMade = [&] {
+        QStringList names;
+        alignas(inotify_event) char events[4096];
+        const ssize_t size = read(watch, events, sizeof events);
+        for (ssize_t at = 0; at < size;) {
+            const auto *event = reinterpret_cast<const inotify_event *>(events + at);
+            names << QString::fromUtf8(event->name).left(8); // what comes behind ".quvana-" is chance
+            at += ssize_t(sizeof *event + event->len);
+        }
+        return names;
+    };
+    for (const char *name : {"x.xls", "x.xlsx", "x.txt"}) {
+        book.saveAs(path(QLatin1String(name)));
+        EXPECT_EQ(namesMade(), QStringList(QLatin1String(name)));
+        dialogs.expectYes(replaceQuestion);
+        book.saveAs(path(QLatin1String(name)));
+        EXPECT_EQ(namesMade(), QStringList(u".quvana-"_s));
+    }
+    close(watch);
+}
+
+TEST_F(SavingTest, RemovesWhatAKilledOneHasLeft)
+{
+    writeFile(path(u".quvana-left"_s), "of a killed one");
+    writeFile(path(u".quvana-live"_s), "of another program");
+    const int live = open(path(u".quvana-live"_s).toUtf8().constData(), O_RDWR);
+    flock(live, LOCK_EX);
+    book.saveAs(path(u"x.txt"_s));
+    EXPECT_EQ(files(), (QStringList{u".quvana-live"_s, u"x.txt"_s}));
+    close(live);
 }
 
 TEST_F(SavingTest, RefusesWhatCannotBeSaved)

@@ -1,6 +1,7 @@
 #include "platform/database/store_path.h"
 
 #include "platform/database/errors.h"
+#include "platform/runtime/files.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -156,13 +157,7 @@ void createEmptyFile(const QString &path)
 
 void syncFolderOf(const QString &path)
 {
-    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
-    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const bool synced = descriptor >= 0 && ::fsync(descriptor) == 0;
-    const int error = errno;
-    if (descriptor >= 0)
-        ::close(descriptor);
-    if (!synced && error != EINVAL) // some network file systems know no sync of a folder
+    if (const int error = ::syncFolderOf(path); error != 0)
         throw systemFailure(path, error);
 }
 

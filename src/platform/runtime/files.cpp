@@ -19,16 +19,9 @@ void needFile(const QString &path)
         throw runtime_errors::fileNotFound();
 }
 
-/// What was done to a folder's list of files is on the disk when the folder is.
-void syncFolderOf(const QString &path)
+void makeFolderDurable(const QString &path)
 {
-    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
-    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        throw runtime_errors::pathAccess();
-    const int failure = ::fsync(descriptor) == 0 ? 0 : errno;
-    ::close(descriptor);
-    if (failure != 0 && failure != EINVAL) // some network file systems know no sync of a folder
+    if (syncFolderOf(path) != 0)
         throw runtime_errors::pathAccess();
 }
 
@@ -36,7 +29,7 @@ void renameOver(const QString &from, const QString &to)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
         throw runtime_errors::pathAccess();
-    syncFolderOf(to);
+    makeFolderDurable(to);
 }
 
 } // namespace
@@ -46,12 +39,23 @@ bool fileExists(const QString &path)
     return QFileInfo(path).isFile();
 }
 
+int syncFolderOf(const QString &path)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return errno;
+    const int error = ::fsync(descriptor) == 0 ? 0 : errno;
+    ::close(descriptor);
+    return error == EINVAL ? 0 : error; // some network file systems know no sync of a folder
+}
+
 void deleteFile(const QString &path)
 {
     needFile(path);
     if (!QFile::remove(path))
         throw runtime_errors::permissionDenied();
-    syncFolderOf(path);
+    makeFolderDurable(path);
 }
 
 void renameFile(const QString &from, const QString &to)

@@ -20,3 +20,7 @@ void renameFile(const QString &from, const QString &to);
 /// at `to`.
 /// @throws RuntimeError 53 when one of the two is no file, 75 when the folder can't be changed.
 void replaceFile(const QString &from, const QString &to);
+
+/// Makes durable what was done to the list of files in which a path stands. The number of the system's error;
+/// 0 for none.
+int syncFolderOf(const QString &path);

@@ -2,11 +2,14 @@
 
 #include "platform/runtime/files.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QRandomGenerator>
+#include <sys/file.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,6 +18,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
+
+/// How the names begin under which a file stands before it is in its place.
+constexpr QLatin1StringView hiddenName = ".quvana-"_L1;
 
 RuntimeError notWritten(const QString &place, const QString &why)
 {
@@ -70,28 +76,83 @@ int openNameless(const QByteArray &folder)
     return descriptor;
 }
 
+/// A new file in a folder, under a hidden path that it gives; below 0 when none can be made.
+int openHidden(const QByteArray &folder, QByteArray &path)
+{
+    path = folder + '/' + hiddenName.data() + "XXXXXX";
+    return ::mkostemp(path.data(), O_CLOEXEC); // its mode is 0600
+}
+
+/// Removes what killed processes have left in a folder: nobody holds it locked. An empty file may be one that
+/// somebody has just made and not locked yet.
+void removeLeftovers(const QString &folder)
+{
+    const QFileInfoList found = QDir(folder).entryInfoList(
+        {hiddenName + u'*'}, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Unsorted);
+    for (const QFileInfo &info : found) {
+        const QByteArray path = QFile::encodeName(info.filePath());
+        const int descriptor =
+            info.size() > 0 ? ::open(path.constData(), O_RDWR | O_NOFOLLOW | O_CLOEXEC) : -1;
+        if (descriptor < 0)
+            continue;
+        if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0)
+            ::unlink(path.constData());
+        ::close(descriptor);
+    }
+}
+
 } // namespace
+
+int openHelperFile(const QByteArray &folder)
+{
+    int descriptor = openNameless(folder);
+    if (descriptor < 0) {
+        QByteArray path;
+        descriptor = openHidden(folder, path);
+        if (descriptor >= 0)
+            ::unlink(path.constData());
+    }
+    return descriptor;
+}
 
 struct NewFile::Private {
     QString place;
     QString path; ///< where it stands; empty as long as it has no name
     CheckedFile file;
 
-    QString beside(const QString &name) const { return QFileInfo(place).absolutePath() + u'/' + name; }
-    void giveName();
+    QString folder() const { return QFileInfo(place).absolutePath(); }
+    bool linkAs(const QByteArray &name) const;
+    void putInPlace();
 };
 
-/// Beside its place, since a file without a name can't replace another one.
-void NewFile::Private::giveName()
+/// Gives a file without a name one. False when something stands there.
+bool NewFile::Private::linkAs(const QByteArray &name) const
 {
-    do {
-        path = beside(u".quvana-"_s + QString::number(QRandomGenerator::global()->generate64(), 36));
-        if (::linkat(AT_FDCWD, nameOf(file.handle()).constData(), AT_FDCWD,
-                     QFile::encodeName(path).constData(), AT_SYMLINK_FOLLOW) == 0)
+    const QByteArray nameless = nameOf(file.handle());
+    if (::linkat(AT_FDCWD, nameless.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0)
+        return true;
+    if (errno != EEXIST)
+        throw notWritten(place, qt_error_string(errno));
+    return false;
+}
+
+void NewFile::Private::putInPlace()
+{
+    const QByteArray target = QFile::encodeName(place);
+    QByteArray hidden = QFile::encodeName(path);
+    if (path.isEmpty()) {
+        if (linkAs(target))
             return;
-    } while (errno == EEXIST);
+        // A file without a name can't replace another one, so it needs one for the moment up to the rename.
+        do {
+            path =
+                folder() + u'/' + hiddenName + QString::number(QRandomGenerator::global()->generate64(), 36);
+            hidden = QFile::encodeName(path);
+        } while (!linkAs(hidden));
+    }
+    if (std::rename(hidden.constData(), target.constData()) != 0)
+        throw notWritten(place, qt_error_string(errno));
     path.clear();
-    throw notWritten(place, qt_error_string(errno));
 }
 
 NewFile::NewFile(const QString &place) : d(std::make_unique<Private>())
@@ -103,14 +164,17 @@ NewFile::NewFile(const QString &place) : d(std::make_unique<Private>())
     if (info.exists() && !info.isWritable())
         throw notWritten(place, qt_error_string(EACCES));
 
-    int descriptor = openNameless(QFile::encodeName(d->beside({})));
+    removeLeftovers(d->folder());
+    const QByteArray folder = QFile::encodeName(d->folder());
+    int descriptor = openNameless(folder);
     if (descriptor < 0) {
-        QByteArray unfinished = QFile::encodeName(d->beside(u".quvana-XXXXXX"_s));
-        descriptor = ::mkstemp(unfinished.data()); // its mode is 0600
+        QByteArray unfinished;
+        descriptor = openHidden(folder, unfinished);
         if (descriptor < 0)
             throw notWritten(place, qt_error_string(errno));
         d->path = QFile::decodeName(unfinished);
     }
+    ::flock(descriptor, LOCK_EX | LOCK_NB); // no leftover as long as this process lives
     d->file.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
 }
 
@@ -141,12 +205,8 @@ void NewFile::commit()
     d->file.finish();
     if (d->file.failure() != 0)
         throw failure(d->file.failure());
-    if (d->path.isEmpty())
-        d->giveName();
+    d->putInPlace();
     d->file.close();
-    if (fileExists(d->place))
-        replaceFile(d->path, d->place);
-    else
-        renameFile(d->path, d->place);
-    d->path.clear();
+    if (const int error = syncFolderOf(d->place); error != 0)
+        throw failure(error);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/runtime_error.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 #include <memory>
@@ -10,8 +11,12 @@ class QIODevice;
 
 /// A file in the making on the file system of its place, readable by its owner alone. It is put there in one
 /// step when it is complete and durable; until then, and when it is never committed, what stands at the place
-/// stays. Until the last step it has no name where the system can make such files, so that nothing is left of
-/// it even when the process is killed; elsewhere it stands beside its place and is removed.
+/// stays.
+///
+/// It has no name before that step where the system can make such files, so that nothing is left of it even
+/// when the process is killed. Elsewhere it stands beside its place under a hidden name and is removed. To
+/// replace another file it needs a hidden name in any case: between two system calls, when it is complete.
+/// What a killed process leaves under such names goes with the next file that is made in the folder.
 class NewFile
 {
 public:
@@ -36,3 +41,8 @@ private:
     struct Private;
     std::unique_ptr<Private> d;
 };
+
+/// Opens a file for a library in this process to read and write, in a folder, for its owner alone. It has no
+/// name, or none any more, and is gone when its descriptor is closed. Below 0 when the system refuses, which
+/// `errno` tells.
+int openHelperFile(const QByteArray &folder);

@@ -1,11 +1,11 @@
 #include "platform/spreadsheet/xlsx_file.h"
 
+#include "platform/runtime/clock.h"
 #include "platform/spreadsheet/formats.h"
 #include "platform/spreadsheet/refusal.h"
 #include "platform/spreadsheet/xlsx_check.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 
 #include <array>
 #include <cerrno>
@@ -13,6 +13,14 @@
 #include <xlsxwriter.h>
 
 using namespace Qt::Literals::StringLiterals;
+
+/// Stands in for the library's own function, whose files have a name until they are open: a process that is
+/// killed then leaves them.
+extern "C" __attribute__((visibility("default"))) std::FILE *lxw_tmpfile(char *folder)
+{
+    const int descriptor = openHelperFile(folder);
+    return descriptor < 0 ? nullptr : ::fdopen(descriptor, "w+b");
+}
 
 namespace spreadsheet
 {
@@ -114,6 +122,10 @@ Writer::Writer(const Contents &contents, const QByteArray &path, QByteArray fold
     m_book = workbook_new_opt(path.constData(), &options);
     if (!m_book)
         fail(ENOMEM);
+    lxw_doc_properties properties{};
+    // By the program's clock, which the library does not know.
+    properties.created = QDateTime(now().date(), now().time()).toSecsSinceEpoch();
+    check(workbook_set_properties(m_book, &properties));
     for (std::size_t format = 0; format < formatCount; ++format) {
         for (const bool bold : {false, true}) {
             const char *numbers = formatText(Format(format));
@@ -186,11 +198,8 @@ void writeXlsx(const Contents &contents, NewFile &file, const QString &folder)
 {
     if (contents.columns() > columnsPerSheet)
         throw refused(u"A sheet has %1 columns."_s.arg(columnsPerSheet));
-    const QTemporaryDir helperFiles(folder + u"/.quvana-XXXXXX"_s); // for its owner alone
-    if (!helperFiles.isValid())
-        throw file.failure(errno);
     try {
-        Writer writer(contents, QFile::encodeName(file.path()), QFile::encodeName(helperFiles.path()));
+        Writer writer(contents, QFile::encodeName(file.path()), QFile::encodeName(folder));
         for (const Sheet &sheet : contents.sheets(rowsPerSheet))
             writer.writeSheet(sheet);
         if (!isWholePackage(file.path(), writer.finish()))
