@@ -148,9 +148,10 @@ void GuideWindow::build()
     m_view->setFont(readableFont(arabic ? u"Noto Sans Arabic"_s : u"Noto Sans"_s,
                                  std::clamp<int>(engine.userFontSize, 10, 12), false));
 
-    auto *contents = addButton(*above, "cmdContents", arabic ? u"ال&محتويات"_s : u"&Contents"_s);
-    m_back = addButton(*above, "cmdBack", arabic ? u"&رجوع"_s : u"&Back"_s);
-    m_forward = addButton(*above, "cmdForward", arabic ? u"&تقدم"_s : u"&Forward"_s);
+    // A letter that is marked for a key would not join the next one: none in Arabic.
+    auto *contents = addButton(*above, "cmdContents", arabic ? u"المحتويات"_s : u"&Contents"_s);
+    m_back = addButton(*above, "cmdBack", arabic ? u"رجوع"_s : u"&Back"_s);
+    m_forward = addButton(*above, "cmdForward", arabic ? u"تقدم"_s : u"&Forward"_s);
     above->addSpacing(16);
     m_find = new QLineEdit;
     m_find->setObjectName(u"txtFind"_s);
@@ -158,9 +159,9 @@ void GuideWindow::build()
     setAccessibleText(m_find, arabic ? u"النص المطلوب في هذه الصفحة"_s : u"Text to find on this page"_s);
     m_find->setPlaceholderText(m_find->accessibleName());
     above->addWidget(m_find, 1);
-    auto *findButton = addButton(*above, "cmdFind", arabic ? u"&بحث"_s : u"Fi&nd"_s);
+    auto *findButton = addButton(*above, "cmdFind", arabic ? u"بحث"_s : u"Fi&nd"_s);
     above->addSpacing(16);
-    auto *close = addButton(*above, "cmdClose", arabic ? u"إ&غلاق"_s : u"C&lose"_s);
+    auto *close = addButton(*above, "cmdClose", arabic ? u"إغلاق"_s : u"C&lose"_s);
 
     connect(contents, &QPushButton::clicked, this,
             [this] { m_view->setSource(urlOf(firstPage, isArabic())); });
