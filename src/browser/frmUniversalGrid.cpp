@@ -312,8 +312,8 @@ void frmUniversalGrid::Form_Resize()
 void frmUniversalGrid::placeButtons()
 {
     constexpr int gap = 8;
-    constexpr int lineHeight = 34;
-    constexpr int stripHeight = 2 * lineHeight + 3 * gap;
+    const int lineHeight = m_ui->btnSearch->height();
+    const int stripHeight = 2 * lineHeight + 3 * gap;
     QWidget &strip = *m_ui->picButtons;
     strip.setGeometry(0, m_ui->surface->height() - stripHeight, m_ui->surface->width(), stripHeight);
     m_ui->ArchivesList->move(gap, 0);
@@ -323,14 +323,12 @@ void frmUniversalGrid::placeButtons()
         control->setGeometry(x, gap + line * (lineHeight + gap), width, lineHeight);
     };
     int left = gap;
-    for (const auto &[control, width] : {std::pair<QWidget *, int>(m_ui->Label1, 240),
-                                         {m_ui->DateFromx, 110},
-                                         {m_ui->Label3, 44},
-                                         {m_ui->DateTox, 110}}) {
-        place(control, 0, left, width);
-        left += width + gap;
+    for (QWidget *control : {static_cast<QWidget *>(m_ui->Label1), static_cast<QWidget *>(m_ui->DateFromx),
+                             static_cast<QWidget *>(m_ui->Label3), static_cast<QWidget *>(m_ui->DateTox)}) {
+        place(control, 0, left, control->width());
+        left += control->width() + gap;
     }
-    constexpr int searchWidth = 110;
+    const int searchWidth = m_ui->btnSearch->width();
     place(m_ui->btnSearch, 0, strip.width() - gap - searchWidth, searchWidth);
     place(m_ui->txtNumber, 0, strip.width() - 2 * (gap + searchWidth), searchWidth);
 
@@ -338,9 +336,9 @@ void frmUniversalGrid::placeButtons()
                              m_ui->btnPrint,      m_ui->cmdExcell,  m_ui->cmdClose};
     if (m_ui->cmdAdd->isHidden())
         buttons.removeOne(m_ui->cmdAdd);
-    const int width = qMin(150, (strip.width() - gap) / int(buttons.size()) - gap);
-    for (int i = 0; i < buttons.size(); ++i)
-        place(buttons[i], 1, gap + i * (width + gap), width);
+    const auto startOf = [&](qsizetype i) { return gap + int(i * (strip.width() - gap) / buttons.size()); };
+    for (qsizetype i = 0; i < buttons.size(); ++i)
+        place(buttons[i], 1, startOf(i), startOf(i + 1) - gap - startOf(i));
 }
 
 void frmUniversalGrid::placeGrid()

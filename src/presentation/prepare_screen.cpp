@@ -6,6 +6,7 @@
 #include "platform/ui/controls.h"
 #include "platform/ui/fonts.h"
 #include "platform/ui/screen.h"
+#include "presentation/grow_screen.h"
 #include "presentation/vocabulary.h"
 
 #include <QtCore/QMetaProperty>
@@ -148,6 +149,7 @@ void PrepareScreen(Screen &screen)
 
     const QFont font = sessionFont(screen);
     screen.surface()->setFont(font);
+    ignoringErrors([&] { growScreen(screen, font); });
     const auto controls = controlsOf(screen);
     for (QObject *control : controls) {
         if (control->isWidgetType() && kindOf(control) != ControlKind::Menu)
