@@ -59,11 +59,6 @@ Qt::Alignment beginningOf(Qt::LayoutDirection direction)
 }
 
 /// Writes a box's text from the side where the session's language begins, digits and empty text too.
-void writeFrom(QLineEdit *box, Qt::LayoutDirection direction)
-{
-    box->setAlignment(beginningOf(direction) | Qt::AlignVCenter);
-}
-
 void writeFrom(QDateEdit *box, Qt::LayoutDirection direction)
 {
     box->setAlignment(beginningOf(direction) | Qt::AlignVCenter);
@@ -113,7 +108,7 @@ void EntryScreen::loadBoxes(const QString &kinds)
 {
     listKinds(m_controls.kind, kinds);
     m_boxes.amount->setLayoutDirection(layoutDirection());
-    writeFrom(m_boxes.amount, layoutDirection());
+    m_boxes.amount->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     writeFrom(m_controls.date, layoutDirection());
     writeFrom(m_boxes.note, layoutDirection());
     writeFrom(m_boxes.paymentDetail, layoutDirection());

@@ -77,6 +77,7 @@ MemberSelection::MemberSelection(const Places &places, QObject *parent)
         white.setColor(QPalette::Window, Qt::white);
         label->setPalette(white);
     }
+    places.share->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     // The buttons of the groups stand on the painted ground, as the screen's other buttons do.
     places.groupArea->viewport()->setAutoFillBackground(false);
     places.groupArea->widget()->setAutoFillBackground(false);

@@ -4,6 +4,11 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace
+{
+constexpr int markAir = 6; ///< beside the mark of an option or a check box on its opaque ground, in pixels
+}
+
 ProgramStyle::ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
 
 int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
@@ -17,6 +22,33 @@ int ProgramStyle::styleHint(StyleHint hint, const QStyleOption *option, const QW
 {
     return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0
                                                        : QProxyStyle::styleHint(hint, option, widget, more);
+}
+
+QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                                     const QWidget *widget) const
+{
+    const QSize needed = QProxyStyle::sizeFromContents(type, option, size, widget);
+    return type == CT_RadioButton || type == CT_CheckBox ? needed + QSize(2 * markAir, 0) : needed;
+}
+
+QRect ProgramStyle::subElementRect(SubElement element, const QStyleOption *option,
+                                   const QWidget *widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+    if (!button || button->text.isEmpty())
+        return rect;
+    switch (element) {
+    case SE_RadioButtonIndicator:
+    case SE_CheckBoxIndicator:
+        return rect.translated(option->direction == Qt::RightToLeft ? -markAir : markAir, 0);
+    case SE_RadioButtonContents:
+    case SE_CheckBoxContents:
+        return option->direction == Qt::RightToLeft ? rect.adjusted(0, 0, -markAir, 0)
+                                                    : rect.adjusted(markAir, 0, 0, 0);
+    default:
+        return rect;
+    }
 }
 
 QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
