@@ -162,7 +162,8 @@ TEST_F(Changes, AValueThatDoesNotFitIsRefused)
         {u"rank"_s, Value(), u"ok"_s},
     };
     for (const auto &[field, value, expected] : cases)
-        EXPECT_EQ(outcome([&] { set->setValue(field, value); }), expected.toStdString())
+        EXPECT_EQ(outcome([&, field = field, value = value] { set->setValue(field, value); }),
+                  expected.toStdString())
             << field.toStdString();
     set->update();
     EXPECT_EQ(rows(u"select note,[group],rank from people where id=1"_s), " 8 null");

@@ -67,7 +67,7 @@ protected:
     RecordsetPtr opened(const QString &source, LockType lock = LockType::Optimistic,
                         CommandKind kind = CommandKind::Text) const
     {
-        const RecordsetPtr set = Recordset::create();
+        RecordsetPtr set = Recordset::create();
         set->open(source, connection, CursorType::Static, lock, kind);
         return set;
     }

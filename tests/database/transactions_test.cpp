@@ -63,7 +63,8 @@ TEST_F(Transactions, AStatementTakesEffectWholeOrNotAtAll)
         for (const auto &[statement, expected] : cases) {
             if (inside)
                 connection->beginTrans();
-            EXPECT_EQ(outcome([&] { connection->execute(statement); }), expected) << statement.toStdString();
+            EXPECT_EQ(outcome([&, statement = statement] { connection->execute(statement); }), expected)
+                << statement.toStdString();
             if (inside)
                 connection->commitTrans();
         }

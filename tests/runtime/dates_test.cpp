@@ -94,7 +94,7 @@ TEST_F(Dates, CountDaysAsNumbers)
         {1e300, "error 6"},
     };
     for (const auto &[serial, expected] : cases)
-        EXPECT_EQ(outcome([&] { return dateFromSerial(serial); }), expected) << serial;
+        EXPECT_EQ(outcome([serial = serial] { return dateFromSerial(serial); }), expected) << serial;
     EXPECT_EQ(dateSerial(makeDate(1899, 12, 29, 6)), -1.25);
     EXPECT_EQ(dateSerial(makeDate(2000, 1, 1, 18)), 36526.75);
 }

@@ -29,11 +29,11 @@ TEST(Values, ConvertToEveryKind)
     };
     for (const auto &[value, boolean, whole, real, money, date, text] : cases) {
         SCOPED_TRACE(text);
-        EXPECT_EQ(outcome([&] { return value.toBool(); }), boolean);
-        EXPECT_EQ(outcome([&] { return value.toInt(); }), whole);
-        EXPECT_EQ(outcome([&] { return value.toDouble(); }), real);
-        EXPECT_EQ(outcome([&] { return value.toMoneyValue(); }), money);
-        EXPECT_EQ(outcome([&] { return value.toDate(); }), date);
+        EXPECT_EQ(outcome([value = value] { return value.toBool(); }), boolean);
+        EXPECT_EQ(outcome([value = value] { return value.toInt(); }), whole);
+        EXPECT_EQ(outcome([value = value] { return value.toDouble(); }), real);
+        EXPECT_EQ(outcome([value = value] { return value.toMoneyValue(); }), money);
+        EXPECT_EQ(outcome([value = value] { return value.toDate(); }), date);
         EXPECT_EQ(value.toText().toStdString(), text);
     }
 }
