@@ -27,12 +27,13 @@ bool hasArabic(const QString &text)
 }
 
 /// Names that are data or stand in their own language.
-bool keepsItsLanguage(const QString &control)
+bool keepsItsLanguage(const Screen &screen, const QString &control)
 {
-    return control.startsWith(u"Check1_") ||   // of members
-           control.startsWith(u"mnuName_") ||  // of members
-           control.startsWith(u"Command4_") || // numbers of groups
-           control == u"mnuArabic";            // chosen by those who read no English
+    return (screen.objectName() == u"frmInformation" && control == u"mnuExit") || // Arabic on both
+           control.startsWith(u"Check1_") ||                                      // of members
+           control.startsWith(u"mnuName_") ||                                     // of members
+           control.startsWith(u"Command4_") ||                                    // numbers of groups
+           control == u"mnuArabic"; // chosen by those who read no English
 }
 
 class Check
@@ -79,7 +80,8 @@ void Check::readTree(QAccessibleInterface &element)
         return; // a part of another control
     const QString control = object != nullptr ? object->objectName() : QString();
     const bool separator = element.role() == QAccessible::Separator;
-    if ((state.focusable || element.role() == QAccessible::MenuItem) && !separator)
+    const bool text = element.role() == QAccessible::StaticText; // its own name, which may be empty
+    if ((state.focusable || element.role() == QAccessible::MenuItem) && !separator && !text)
         readName(element, control);
     auto *table = qobject_cast<QTableView *>(object);
     if (table != nullptr && element.tableInterface() != nullptr)
@@ -90,12 +92,22 @@ void Check::readTree(QAccessibleInterface &element)
     }
 }
 
+/// What a reader says before the content. The name of a list is its entry.
+QString nameOf(const QAccessibleInterface &element)
+{
+    if (element.role() != QAccessible::ComboBox)
+        return element.text(QAccessible::Name);
+    const auto labels = element.relations(QAccessible::Label);
+    return labels.isEmpty() ? element.text(QAccessible::Description)
+                            : labels.first().first->text(QAccessible::Name);
+}
+
 void Check::readName(const QAccessibleInterface &element, const QString &control)
 {
-    const QString name = element.text(QAccessible::Name);
+    const QString name = nameOf(element);
     if (name.trimmed().isEmpty())
         m_faults << u"%1 has no name"_s.arg(control);
-    else if (keepsItsLanguage(control))
+    else if (keepsItsLanguage(m_screen, control))
         return;
     else if (engine.isArabic && !hasArabic(name) && translate(name) != name)
         m_faults << u"%1 is called \"%2\" in English"_s.arg(control, name);
