@@ -113,9 +113,9 @@ TEST_F(ExportTest, ALongSaveShowsHowFarItIsAndCanBeStopped)
             dialogs.expectYes(
                 u"The file already exists. Replace it?  الملف موجود مسبقاً. هل تريد استبداله؟"_s);
             onModal<QDialog>([stopped](QDialog &notice) {
-                const int done = notice.findChild<QProgressBar *>()->value();
-                EXPECT_GT(done, 0);
-                EXPECT_EQ(notice.findChild<QLabel *>()->text(), u"Saving rows : %1 %"_s.arg(done));
+                const int percent = notice.findChild<QProgressBar *>()->value();
+                EXPECT_GT(percent, 0);
+                EXPECT_EQ(notice.findChild<QLabel *>()->text(), u"Saving rows : %1 %"_s.arg(percent));
                 if (stopped)
                     pressKey(notice, Qt::Key_Escape);
             });
