@@ -123,7 +123,7 @@ QPushButton *GuideWindow::addButton(QHBoxLayout &row, const char *name, const QS
     auto *button = new QPushButton(text);
     button->setObjectName(QLatin1StringView(name));
     button->setAutoDefault(false);
-    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum); // as high as the row
     row.addWidget(button);
     return button;
 }
@@ -155,9 +155,12 @@ void GuideWindow::build()
     above->addSpacing(16);
     m_find = new QLineEdit;
     m_find->setObjectName(u"txtFind"_s);
-    m_find->setMinimumWidth(120);
-    setAccessibleText(m_find, arabic ? u"النص المطلوب في هذه الصفحة"_s : u"Text to find on this page"_s);
+    setAccessibleText(m_find, arabic ? u"النص المطلوب"_s : u"Text to find"_s);
     m_find->setPlaceholderText(m_find->accessibleName());
+    // The letters of a second font can stand higher than the box's own.
+    const QFontMetrics letters(font());
+    m_find->setMinimumSize(letters.horizontalAdvance(m_find->placeholderText()) + 24,
+                           QFontInfo(font()).pixelSize() * 5 / 2 + 2);
     above->addWidget(m_find, 1);
     auto *findButton = addButton(*above, "cmdFind", arabic ? u"بحث"_s : u"Fi&nd"_s);
     above->addSpacing(16);
