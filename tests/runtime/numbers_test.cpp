@@ -39,7 +39,7 @@ TEST(FullReading, TakesTheWholeTextOrNothing)
     for (const auto &[expected, texts] : cases) {
         for (const QString &text : texts) {
             SCOPED_TRACE(text.toStdString());
-            EXPECT_EQ(outcome([&] { return readMoney(text); }), expected);
+            EXPECT_EQ(outcome([text = text] { return readMoney(text); }), expected);
             EXPECT_EQ(outcome([&] { return readDouble(text); }), expected);
             EXPECT_EQ(isNumeric(text), expected != "error 13");
         }
@@ -68,7 +68,7 @@ TEST(FullReading, IsExactAndHalfToEvenAtTheFifthDecimal)
         {u"0e99999999999999999999"_s, "0"},
     };
     for (const auto &[text, expected] : cases) {
-        EXPECT_EQ(outcome([&] { return readMoney(text); }), expected) << text.toStdString();
+        EXPECT_EQ(outcome([text = text] { return readMoney(text); }), expected) << text.toStdString();
         EXPECT_EQ(isNumeric(text), !expected.starts_with("error")) << text.toStdString();
     }
     EXPECT_EQ(outcome([] { return readDouble(u"1e15"_s); }), "1E+15");
@@ -88,7 +88,7 @@ TEST(LeadingReading, StopsWhereTheNumberStops)
         {u"&H1F"_s, "31"},      {u"&o17"_s, "15"},     {u"&"_s, "0"},          {u"1e999"_s, "error 6"},
     };
     for (const auto &[text, expected] : cases)
-        EXPECT_EQ(outcome([&] { return readLeadingNumber(text); }), expected) << text.toStdString();
+        EXPECT_EQ(outcome([text = text] { return readLeadingNumber(text); }), expected) << text.toStdString();
 }
 
 TEST(Readings, EndCleanlyOnHostileText)
@@ -115,10 +115,11 @@ TEST(Readings, EndCleanlyOnHostileText)
         for (const QString &text : texts) {
             SCOPED_TRACE(text.left(20).toStdString());
             EXPECT_EQ(isNumeric(text), numeric);
-            EXPECT_EQ(outcome([&] { return readMoney(text); }), money);
+            EXPECT_EQ(outcome([text = text] { return readMoney(text); }), money);
             EXPECT_EQ(outcome([&] { return readDouble(text); }), real);
-            EXPECT_EQ(outcome([&] { return readLeadingNumber(text); }), leading);
-            EXPECT_EQ(outcome([&] { return toInteger(text); }), real.starts_with("0.") ? "0" : real);
+            EXPECT_EQ(outcome([text = text] { return readLeadingNumber(text); }), leading);
+            EXPECT_EQ(outcome([text = text] { return toInteger(text); }),
+                      real.starts_with("0.") ? "0" : real);
             EXPECT_EQ(outcome([&] { return readDate(text); }), none);
             EXPECT_EQ(format(Value(text), u"0.00"_s) == text, !numeric);
             EXPECT_EQ(format(Value(text), u"yyyy/mm/dd"_s) == text, !numeric);
@@ -140,7 +141,7 @@ TEST(MoneyConversions, RoundHalfToEvenAndKnowTheirRange)
         {std::numeric_limits<double>::quiet_NaN(), "error 6"},
     };
     for (const auto &[value, expected] : fromDouble)
-        EXPECT_EQ(outcome([&] { return toMoney(value); }), expected) << value;
+        EXPECT_EQ(outcome([value = value] { return toMoney(value); }), expected) << value;
 
     const TextCase toWhole[] = {
         {u"125.5"_s, "126"},
@@ -154,7 +155,7 @@ TEST(MoneyConversions, RoundHalfToEvenAndKnowTheirRange)
         {u"-2147483648.5001"_s, "error 6"},
     };
     for (const auto &[text, expected] : toWhole)
-        EXPECT_EQ(outcome([&] { return toLong(readMoney(text)); }), expected) << text.toStdString();
+        EXPECT_EQ(outcome([text = text] { return toLong(readMoney(text)); }), expected) << text.toStdString();
 
     const Money largest = Money::fromTenThousandths(std::numeric_limits<qint64>::max());
     const Money smallest = Money::fromTenThousandths(std::numeric_limits<qint64>::min());
@@ -175,7 +176,7 @@ TEST(WholeNumbers, RoundHalfToEvenAndKnowTheirRange)
         {u"-32768.5"_s, "-32768"}, {u""_s, "error 13"},     {u"x"_s, "error 13"},
     };
     for (const auto &[text, expected] : cases)
-        EXPECT_EQ(outcome([&] { return toInteger(text); }), expected) << text.toStdString();
+        EXPECT_EQ(outcome([text = text] { return toInteger(text); }), expected) << text.toStdString();
     EXPECT_EQ(outcome([] { return toLongInteger(u"2147483647.5"_s); }), "error 6");
     EXPECT_EQ(outcome([] { return toLongInteger(-2147483648.5); }), "-2147483648");
     EXPECT_EQ(outcome([] { return toLongInteger(std::numeric_limits<double>::quiet_NaN()); }), "error 6");
@@ -197,7 +198,7 @@ TEST(Texts, OfNumbersAndBooleans)
         {u".00001"_s, "True"}, {u"1e99"_s, "True"},   {u"yes"_s, "error 13"}, {u""_s, "error 13"},
     };
     for (const auto &[text, expected] : booleans)
-        EXPECT_EQ(outcome([&] { return toBoolean(text); }), expected) << text.toStdString();
+        EXPECT_EQ(outcome([text = text] { return toBoolean(text); }), expected) << text.toStdString();
 
     EXPECT_EQ(asciiDigits(u"a٠٩۰۹9"_s), u"a09099"_s);
     EXPECT_EQ(trimBlanks(u"  \ta b\r\n "_s), u"\ta b\r\n"_s);

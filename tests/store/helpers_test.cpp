@@ -45,7 +45,10 @@ TEST_F(StoreFixture, RaisesTheFailureOfACompactionAndKeepsTheStore)
         {engine.storeFilePath, folder() + u"/y.mdb"_s, u"wrong"_s, -2147217843},
         {folder() + u"/none.mdb"_s, folder() + u"/y.mdb"_s, engine.storePassword, -2147467259}};
     for (const auto &[source, temp, password, number] : cases)
-        EXPECT_EQ(failureOf([&] { CompactStore(source, temp, password); }), number);
+        EXPECT_EQ(failureOf([source = source, temp = temp, password = password] {
+                      CompactStore(source, temp, password);
+                  }),
+                  number);
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files), QStringList(u"quvana.mdb"_s));
     EXPECT_EQ(shellRows(u"select count(*) from details"_s), QStringList(u"19"_s));
 }

@@ -55,7 +55,8 @@ TEST_F(StoreFixture, ChangesThePasswordOfTheSessionsUser)
           std::tuple(u"o'hara"_s, u"x"_s, u"-2147217900 (80040e14)"_s)}) {
         ScriptedDialogs dialogs;
         dialogs.expectAnyMessage();
-        EXPECT_TRUE(processEnded(1, [&] { enter(present, password, password); }));
+        EXPECT_TRUE(processEnded(
+            1, [&, present = present, password = password] { enter(present, password, password); }));
         EXPECT_TRUE(dialogs.shown().back().text.startsWith(u"Run-time error '"_s + number));
     }
     EXPECT_EQ(passwords(), u"|secret"_s);
