@@ -107,7 +107,7 @@ void frmUniversalGrid::FGrid_DblClick(int row, int column)
         return openEditor(row, column);
     if (row >= m_ui->FGrid->fixedRows())
         return;
-    m_sortType = column == m_sortCol ? m_sortType % 2 + 1 : 1;
+    m_sortType = qint16(column == m_sortCol ? m_sortType % 2 + 1 : 1);
     m_sortCol = qint16(column);
     DoColumnSort();
 }
