@@ -49,7 +49,7 @@ void visitScreen(const Visit &visit, const QString &variant = {})
 {
     Class screen;
     screen.load();
-    screen.show();
+    screen.showModeless();
     visitShown(screen, visit, variant);
 }
 
@@ -129,7 +129,7 @@ void visitPreview(const Visit &visit)
 {
     frmGStatement statement;
     statement.load();
-    statement.show();
+    statement.showModeless();
     hand::click(statement, "Option1_2");
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, [&] {
@@ -170,7 +170,7 @@ void visitTutorial(const Visit &visit)
     {
         frmGenerateData screen;
         screen.load();
-        screen.show();
+        screen.showModeless();
         for (const char *label : {"Label3", "Label4"})
             setCaption(hand::find(screen, label), u"2000"_s);
         visitShown(screen, visit);
@@ -197,7 +197,7 @@ void visitLogin(const Visit &visit, bool arabic)
         MirrorControls(screen);
         PrepareScreen(screen);
     }
-    screen.show();
+    screen.showModeless();
     visitShown(screen, visit);
 }
 

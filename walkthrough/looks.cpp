@@ -1,10 +1,10 @@
 #include "looks.h"
 
 #include "entry/elided_label.h"
+#include "look_measures.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/screen.h"
 
-#include <QtCore/QRegularExpression>
 #include <QtGui/QAction>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QImage>
@@ -25,7 +25,6 @@
 #include <QtWidgets/QToolTip>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,6 +33,7 @@ namespace
 {
 /// The smallest display that the program is made for, less the bars of a desktop.
 constexpr QSize leastDisplay(1280, 660);
+constexpr int largestUsualFont = 12; ///< points
 constexpr double leastContrast = 4.5;
 constexpr int nearMiss = 4; ///< pixels: edges this close to each other are meant to be one line
 
@@ -55,57 +55,16 @@ bool isMeantOverlap(const QString &screen, const QString &a, const QString &b)
     });
 }
 
-double luminance(const QColor &color)
-{
-    const auto part = [](double value) {
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
-}
-
-double contrast(const QColor &ink, const QColor &ground)
-{
-    const double cover = ink.alphaF();
-    const auto mixed = [cover](double over, double under) { return over * cover + under * (1 - cover); };
-    const double a = luminance(QColor::fromRgbF(static_cast<float>(mixed(ink.redF(), ground.redF())),
-                                                static_cast<float>(mixed(ink.greenF(), ground.greenF())),
-                                                static_cast<float>(mixed(ink.blueF(), ground.blueF()))));
-    const double b = luminance(ground);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
-/// The text as it is drawn: lines of second fonts can be taller than the font says.
-QSize textSize(const QWidget &control, const QString &text)
-{
-    return control.fontMetrics().boundingRect(QRect(0, 0, 10000, 10000), Qt::TextShowMnemonic, text).size();
-}
-
 bool isInScrollArea(const QWidget &control)
 {
     const QWidget *parent = control.parentWidget();
     return parent && qobject_cast<const QScrollArea *>(parent->parentWidget());
 }
 
-/// An amount as the screens write it.
-bool isAmount(const QString &text)
-{
-    static const QRegularExpression amount(
-        u"^[\\x{2066}-\\x{2069}]*-?[0-9,]+\\.[0-9]+[\\x{2066}-\\x{2069}]*$"_s);
-    return amount.match(text).hasMatch();
-}
-
-/// Two numbers whose order would turn around in a line from right to left.
-bool turnsAround(const QString &text)
-{
-    static const QRegularExpression isolate(u"[\\x{2066}-\\x{2068}][^\\x{2069}]*\\x{2069}"_s);
-    static const QRegularExpression turning(u"[0-9][-+ ]+[0-9]|(^|[^0-9])[-+][0-9]|[0-9]%"_s);
-    return turning.match(QString(text).remove(isolate)).hasMatch();
-}
-
-class Look
+class LookCheck
 {
 public:
-    explicit Look(Screen &screen) : m_screen(screen), m_picture(screen.grab().toImage()) {}
+    explicit LookCheck(Screen &screen) : m_screen(screen), m_picture(screen.grab().toImage()) {}
 
     QStringList faults();
 
@@ -115,6 +74,7 @@ private:
     void lookAtPlace(const QWidget &control);
     void lookAtNeighbours(const QList<const QWidget *> &controls);
     void lookAtRoom(const QWidget &control);
+    void lookAtTitle(const QGroupBox &frame);
     void lookAtText(const QWidget &control, const QString &text, Qt::Alignment alignment);
     void lookAtInk(const QWidget &control);
     void lookAtGrid(const QTableView &grid);
@@ -122,7 +82,7 @@ private:
 
     void requireRoom(const QString &name, QSize wanted, QSize room);
     void requireContrast(const QString &name, const QColor &ink, const QColor &ground);
-    void requireContrast(const QWidget &control, const QColor &ink, const QRect &text, bool left, bool right);
+    void requireContrast(const QString &name, const QWidget &control, const QColor &ink, const QRect &text);
     QColor shown(const QWidget &control, QPoint place) const;
     void tell(const QString &name, const QString &what) { m_faults << name + u' ' + what; }
 
@@ -148,13 +108,13 @@ QString numbers(QSize size)
     return u"%1x%2"_s.arg(size.width()).arg(size.height());
 }
 
-void Look::requireRoom(const QString &name, QSize wanted, QSize room)
+void LookCheck::requireRoom(const QString &name, QSize wanted, QSize room)
 {
     if (wanted.width() > room.width() || wanted.height() > room.height())
         tell(name, u"is clipped: %1 in %2"_s.arg(numbers(wanted), numbers(room)));
 }
 
-void Look::requireContrast(const QString &name, const QColor &ink, const QColor &ground)
+void LookCheck::requireContrast(const QString &name, const QColor &ink, const QColor &ground)
 {
     const double ratio = contrast(ink, ground);
     if (ratio < leastContrast)
@@ -162,41 +122,48 @@ void Look::requireContrast(const QString &name, const QColor &ink, const QColor 
                                                            ink.name(QColor::HexArgb), ground.name()));
 }
 
-QColor Look::shown(const QWidget &control, QPoint place) const
+QColor LookCheck::shown(const QWidget &control, QPoint place) const
 {
     const QPointF there = QPointF(control.mapTo(&m_screen, place)) * m_picture.devicePixelRatio();
     const QPoint pixel = there.toPoint();
     return m_picture.valid(pixel) ? m_picture.pixelColor(pixel) : QColor();
 }
 
-/// Against what is painted beside the text: the grounds differ from line to line alone. The corners may be
-/// round.
-void Look::requireContrast(const QWidget &control, const QColor &ink, const QRect &text, bool left,
-                           bool right)
+/// Against what is painted behind the text: the grounds differ from line to line alone, so that the best
+/// pixel of each line is ground. The corners may be round.
+void LookCheck::requireContrast(const QString &name, const QWidget &control, const QColor &ink,
+                                const QRect &text)
 {
     const int corner = std::min(5, text.height() / 3);
+    const int step = std::max(1, text.width() / 12);
     QColor worst;
-    for (int y = text.top() + corner; y <= text.bottom() - corner; y += 2)
-        for (const int x : {text.left(), text.right()}) {
-            const QColor ground = shown(control, {x, y});
-            if ((x == text.left() ? left : right) && ground.isValid() &&
-                (!worst.isValid() || contrast(ink, ground) < contrast(ink, worst)))
-                worst = ground;
-        }
+    for (int y = text.top() + corner; y <= text.bottom() - corner; y += 2) {
+        QColor ground;
+        for (int x = text.left(); x <= text.right(); x += step)
+            if (const QColor seen = shown(control, {x, y});
+                seen.isValid() && (!ground.isValid() || contrast(ink, seen) > contrast(ink, ground)))
+                ground = seen;
+        if (ground.isValid() && (!worst.isValid() || contrast(ink, ground) < contrast(ink, worst)))
+            worst = ground;
+    }
     if (worst.isValid())
-        requireContrast(control.objectName(), ink, worst);
+        requireContrast(name, ink, worst);
 }
 
-void Look::lookAtWindow()
+void LookCheck::lookAtWindow()
 {
-    const QSize least = m_screen.minimumSizeHint().expandedTo(m_screen.minimumSize());
-    if (m_screen.width() > leastDisplay.width() || m_screen.height() > leastDisplay.height())
-        tell(m_screen.objectName(), u"is larger than a small display: "_s + numbers(m_screen.size()));
+    const QString name = m_screen.objectName();
+    const QSize least = m_screen.minimumSizeHint();
+    const bool taken = name == u"ReportPreview" || name == u"GuideWindow"; // they take what room there is
+    const QSize size = taken ? least : m_screen.size();
+    if (m_screen.surface()->font().pointSize() <= largestUsualFont &&
+        (size.width() > leastDisplay.width() || size.height() > leastDisplay.height()))
+        tell(name, u"is larger than a small display: "_s + numbers(size));
     if (m_screen.width() < least.width() || m_screen.height() < least.height())
-        tell(m_screen.objectName(), u"is smaller than its controls: "_s + numbers(m_screen.size()));
+        tell(name, u"is smaller than its controls: "_s + numbers(m_screen.size()));
 }
 
-void Look::lookAtMenuBar()
+void LookCheck::lookAtMenuBar()
 {
     const auto *bar = m_screen.findChild<QMenuBar *>();
     if (!bar || !bar->isVisible())
@@ -207,25 +174,25 @@ void Look::lookAtMenuBar()
             continue;
         const QRect place = bar->actionGeometry(const_cast<QAction *>(entry));
         if (place.isEmpty() || !bar->rect().contains(place))
-            tell(entry->objectName(), u"does not fit into the menu bar"_s);
+            tell(entry->text(), u"does not fit into the menu bar"_s);
         else if (entry->isEnabled())
-            requireContrast(*bar, inkOf(*bar), place.adjusted(2, 2, -2, -2), true, true);
+            requireContrast(entry->text(), *bar, inkOf(*bar), place.adjusted(2, 2, -2, -2));
     }
 }
 
-void Look::lookAtPlace(const QWidget &control)
+void LookCheck::lookAtPlace(const QWidget &control)
 {
     if (!isInScrollArea(control) && !control.parentWidget()->rect().contains(control.geometry()))
         tell(control.objectName(), u"reaches outside"_s);
 }
 
 /// Controls of one parent: none over another, and what stands in a row or a column stands exactly so.
-void Look::lookAtNeighbours(const QList<const QWidget *> &controls)
+void LookCheck::lookAtNeighbours(const QList<const QWidget *> &controls)
 {
     constexpr int line = 60; // pixels: what is higher stands beside several rows
     for (const QWidget *a : controls)
         for (const QWidget *b : controls) {
-            if (a >= b || a->parentWidget() != b->parentWidget())
+            if (a >= b || a->parentWidget() != b->parentWidget() || a->parentWidget()->layout())
                 continue;
             const QRect first = a->geometry();
             const QRect second = b->geometry();
@@ -239,6 +206,8 @@ void Look::lookAtNeighbours(const QList<const QWidget *> &controls)
             const int offRow = std::abs(first.center().y() - second.center().y());
             if (first.height() < line && second.height() < line && offRow > 1 && offRow < line / 4)
                 tell(names, u"are off their row by %1"_s.arg(offRow));
+            if (m_screen.objectName() == u"frmSelectDates")
+                continue; // its row stands in the middle, as wide as its words
             for (const int offColumn :
                  {std::abs(first.left() - second.left()), std::abs(first.right() - second.right())})
                 if (offColumn > 0 && offColumn < nearMiss)
@@ -246,61 +215,75 @@ void Look::lookAtNeighbours(const QList<const QWidget *> &controls)
         }
 }
 
-void Look::lookAtRoom(const QWidget &control)
+void LookCheck::lookAtRoom(const QWidget &control)
 {
+    constexpr int air = 4; // pixels beside a caption
     const QString name = control.objectName();
-    const QSize line(0, textSize(control, u"Ág إِنَّ"_s).height()); // what anybody may type
+    const auto needs = [&](const QString &text, Centred centred) {
+        return QSize(textSize(control, text).width(), inkHeight(control, text, centred));
+    };
+    const QString anything = u"Ág إِنَّ"_s; // what anybody may type
     if (const auto *elided = qobject_cast<const ElidedLabel *>(&control)) {
         QHelpEvent pointed(QEvent::ToolTip, {1, 1}, control.mapToGlobal(QPoint(1, 1)));
         QApplication::sendEvent(const_cast<ElidedLabel *>(elided), &pointed);
-        const bool told = QToolTip::text() == elided->text().toHtmlEscaped();
+        const bool told = !elided->text().isEmpty() && QToolTip::text() == elided->text().toHtmlEscaped();
         QToolTip::hideText();
-        const QSize whole = elided->sizeHint();
-        requireRoom(name, told ? QSize(0, whole.height()) : whole, control.size());
+        const QSize whole = needs(elided->text(), Centred::ByLine);
+        requireRoom(name, told ? QSize(0, whole.height()) : whole, control.contentsRect().size());
     } else if (const auto *label = qobject_cast<const QLabel *>(&control)) {
         if (label->wordWrap())
             requireRoom(name, {0, label->heightForWidth(label->width())}, label->size());
-        else if (label->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored)
+        else if (label->text().contains(u'\n'))
             requireRoom(name, label->sizeHint(), label->size());
+        else if (label->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored)
+            requireRoom(name, needs(label->text(), Centred::ByLine),
+                        label->contentsRect().size() - QSize(2 * label->margin(), 0));
+    } else if (const auto *push = qobject_cast<const QPushButton *>(&control)) {
+        requireRoom(name, needs(push->text(), Centred::ByLine), push->size() - QSize(2 * air, 4));
     } else if (const auto *button = qobject_cast<const QAbstractButton *>(&control)) {
         if (!button->text().isEmpty())
-            requireRoom(name, button->sizeHint(), button->size());
+            requireRoom(name, {button->sizeHint().width(), needs(button->text(), Centred::ByLine).height()},
+                        button->size());
     } else if (const auto *frame = qobject_cast<const QGroupBox *>(&control)) {
-        QStyleOptionGroupBox option;
-        option.initFrom(frame);
-        option.text = frame->title();
-        option.subControls = frame->title().isEmpty() ? QStyle::SC_None : QStyle::SC_GroupBoxLabel;
-        const QRect title =
-            frame->style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxLabel, frame);
-        requireRoom(name, textSize(*frame, frame->title()), {frame->width() - 16, frame->height()});
-        const auto children = frame->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
-        for (const QWidget *child : children)
-            if (!frame->title().isEmpty() && child->isVisible() && child->y() <= title.bottom())
-                tell(child->objectName(), u"lies over the title of its frame"_s);
+        lookAtTitle(*frame);
     } else if (const auto *combo = qobject_cast<const QComboBox *>(&control)) {
         QStyleOptionComboBox option;
         option.initFrom(combo);
         option.editable = combo->isEditable();
         const QRect field =
             combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo);
-        QSize longest = line;
+        const Centred centred = combo->isEditable() ? Centred::ByFont : Centred::ByLine;
+        QSize longest(0, needs(anything, centred).height());
         for (int i = 0; i < combo->count(); ++i)
-            longest = longest.expandedTo(textSize(*combo, combo->itemText(i)));
+            longest = longest.expandedTo(needs(combo->itemText(i), centred));
         requireRoom(name, longest, field.size() - QSize(4, 0));
     } else if (const auto *box = qobject_cast<const QLineEdit *>(&control)) {
         const QString text = box->displayText().isEmpty() ? box->placeholderText() : box->displayText();
-        const int width = box->isReadOnly() || !box->isEnabled() || box->displayText().isEmpty()
-                              ? textSize(*box, text).width()
-                              : 0; // what is typed scrolls
-        requireRoom(name, line + QSize(width, 0), box->contentsRect().size() - QSize(8, 4));
+        const bool scrolls = box->isEnabled() && !box->isReadOnly() && !box->displayText().isEmpty();
+        requireRoom(name,
+                    {scrolls ? 0 : textSize(*box, text).width(), needs(anything, Centred::ByFont).height()},
+                    box->size() - QSize(2 * air, 4));
     } else if (const auto *picker = qobject_cast<const QDateTimeEdit *>(&control)) {
-        requireRoom(name, picker->sizeHint(), picker->size());
+        requireRoom(name, {picker->sizeHint().width(), needs(picker->text(), Centred::ByFont).height()},
+                    picker->size() - QSize(0, 4));
     } else if (const auto *text = qobject_cast<const QPlainTextEdit *>(&control)) {
-        requireRoom(name, line + QSize(0, 8), text->viewport()->size());
+        requireRoom(name, {0, 2 * text->fontMetrics().height()}, text->viewport()->size());
     }
 }
 
-void Look::lookAtText(const QWidget &control, const QString &text, Qt::Alignment alignment)
+/// A title that fits, above what stands in the frame.
+void LookCheck::lookAtTitle(const QGroupBox &frame)
+{
+    if (frame.title().isEmpty())
+        return;
+    requireRoom(frame.objectName(), textSize(frame, frame.title()), frame.size() - QSize(16, 0));
+    const auto children = frame.findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+    for (const QWidget *child : children)
+        if (child->isVisible() && child->y() < frame.fontMetrics().height())
+            tell(child->objectName(), u"lies over the title of its frame"_s);
+}
+
+void LookCheck::lookAtText(const QWidget &control, const QString &text, Qt::Alignment alignment)
 {
     const Qt::Alignment place = QStyle::visualAlignment(control.layoutDirection(), alignment);
     if (isAmount(text) && !(place & Qt::AlignRight))
@@ -309,41 +292,43 @@ void Look::lookAtText(const QWidget &control, const QString &text, Qt::Alignment
         tell(control.objectName(), u"turns numbers around: "_s + text);
 }
 
-void Look::lookAtInk(const QWidget &control)
+void LookCheck::lookAtInk(const QWidget &control)
 {
-    if (!control.isEnabled())
+    constexpr int markWidth = 28; // of an option, a check box or the arrow of a box
+    const QString name = control.objectName();
+    const bool shadow = m_screen.objectName() == u"frmAbout" && name == u"Label2"; // tells nothing by itself
+    if (!control.isEnabled() || shadow)
         return;
-    const bool fromRight = control.isRightToLeft();
     const QRect whole = control.rect();
+    const int atLeft = control.isRightToLeft() ? 0 : markWidth;
     if (const auto *label = qobject_cast<const QLabel *>(&control)) {
         if (!label->text().isEmpty())
-            requireContrast(control, inkOf(control), label->contentsRect().adjusted(1, 0, -1, 0), true, true);
+            requireContrast(name, control, inkOf(control), label->contentsRect());
     } else if (qobject_cast<const QPushButton *>(&control)) {
-        requireContrast(control, inkOf(control), whole.adjusted(5, 0, -5, 0), true, true);
-    } else if (qobject_cast<const QAbstractButton *>(&control)) { // its mark stands at the beginning
-        requireContrast(control, inkOf(control), whole.adjusted(1, 0, -1, 0), fromRight, !fromRight);
+        requireContrast(name, control, inkOf(control), whole.adjusted(5, 0, -5, 0));
+    } else if (const auto *button = qobject_cast<const QAbstractButton *>(&control)) {
+        if (!button->text().isEmpty())
+            requireContrast(name, control, inkOf(control), whole.adjusted(atLeft, 0, atLeft - markWidth, 0));
     } else if (const auto *frame = qobject_cast<const QGroupBox *>(&control)) {
-        const QRect title(2, 0, frame->width() - 4, textSize(*frame, frame->title()).height());
+        const QRect title(2, 0, frame->width() - 4, frame->fontMetrics().height());
         if (!frame->title().isEmpty())
-            requireContrast(control, inkOf(control), title, true, true);
-    } else if (qobject_cast<const QComboBox *>(&control)) { // its arrow stands at the end
-        requireContrast(control, inkOf(control), whole.adjusted(4, 0, -4, 0), !fromRight, fromRight);
+            requireContrast(name, control, inkOf(control), title);
+    } else if (qobject_cast<const QComboBox *>(&control)) {
+        requireContrast(name, control, inkOf(control), whole.adjusted(markWidth - atLeft, 0, -atLeft, 0));
     } else if (const QLineEdit *line = lineOf(control)) {
         const QPalette colors = line->palette();
         const QRect text = line->rect().adjusted(3, 0, -3, 0);
-        requireContrast(*line, inkOf(*line), text, !fromRight, fromRight);
+        requireContrast(name, *line, inkOf(*line), text);
         if (!line->placeholderText().isEmpty())
-            requireContrast(*line, colors.color(QPalette::Active, QPalette::PlaceholderText), text,
-                            !fromRight, fromRight);
-        requireContrast(control.objectName(), colors.color(QPalette::Active, QPalette::HighlightedText),
+            requireContrast(name, *line, colors.color(QPalette::Active, QPalette::PlaceholderText), text);
+        requireContrast(name, colors.color(QPalette::Active, QPalette::HighlightedText),
                         colors.color(QPalette::Active, QPalette::Highlight));
     } else if (const auto *text = qobject_cast<const QPlainTextEdit *>(&control)) {
-        const QWidget &inner = *text->viewport();
-        requireContrast(inner, inkOf(inner), inner.rect().adjusted(1, 0, -1, 0), true, true);
+        requireContrast(name, *text->viewport(), inkOf(*text->viewport()), text->viewport()->rect());
     }
 }
 
-void Look::lookAtHeadings(const QHeaderView &headings, const QString &grid)
+void LookCheck::lookAtHeadings(const QHeaderView &headings, const QString &grid)
 {
     for (int section = 0; section < headings.count(); ++section) {
         const QString text = headings.model()->headerData(section, Qt::Horizontal).toString();
@@ -352,15 +337,16 @@ void Look::lookAtHeadings(const QHeaderView &headings, const QString &grid)
         if (headings.isSectionHidden(section) || text.isEmpty())
             continue;
         const QString name = grid + u'[' + text + u']';
-        requireRoom(name, textSize(headings, text), {width - 4, headings.height()});
+        requireRoom(name, {textSize(headings, text).width(), inkHeight(headings, text, Centred::ByLine)},
+                    {width - 4, headings.height()});
         if (left >= 0 && left + width <= headings.viewport()->width())
-            requireContrast(name, inkOf(headings),
-                            shown(*headings.viewport(), {left + 2, headings.height() / 2}));
+            requireContrast(name, *headings.viewport(), inkOf(headings),
+                            {left + 2, 4, width - 4, headings.height() - 8});
     }
 }
 
 /// The cells that are in view.
-void Look::lookAtGrid(const QTableView &grid)
+void LookCheck::lookAtGrid(const QTableView &grid)
 {
     lookAtHeadings(*grid.horizontalHeader(), grid.objectName());
     const QRect view = grid.viewport()->rect();
@@ -378,7 +364,8 @@ void Look::lookAtGrid(const QTableView &grid)
                 continue;
             const qsizetype before = m_faults.size();
             const QString name = grid.objectName() + u'[' + heading + u' ' + QString::number(row) + u']';
-            requireRoom(name, {grid.fontMetrics().horizontalAdvance(text), textSize(grid, text).height()},
+            requireRoom(name,
+                        {grid.fontMetrics().horizontalAdvance(text), inkHeight(grid, text, Centred::ByLine)},
                         place.size() - QSize(6, 0));
             const auto alignment = cell.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
             if (isAmount(text) &&
@@ -386,19 +373,20 @@ void Look::lookAtGrid(const QTableView &grid)
                 tell(name, u"has an amount that is not on the right: "_s + text);
             if (grid.isRightToLeft() && turnsAround(text))
                 tell(name, u"turns numbers around: "_s + text);
-            const bool picked = grid.selectionModel()->isSelected(cell);
+            const bool picked = grid.selectionMode() == QTableView::NoSelection
+                                    ? cell == grid.currentIndex()
+                                    : grid.selectionModel()->isSelected(cell);
             const QVariant own = cell.data(Qt::ForegroundRole);
             const QColor ink = own.isValid() && !picked
                                    ? own.value<QColor>()
                                    : colors.color(picked ? QPalette::HighlightedText : QPalette::Text);
-            requireContrast(name, ink,
-                            shown(*grid.viewport(), place.topLeft() + QPoint(2, place.height() / 2)));
+            requireContrast(name, *grid.viewport(), ink, place.adjusted(2, 4, -2, -4));
             if (m_faults.size() > before)
                 told << heading; // one of a column tells enough
         }
 }
 
-QStringList Look::faults()
+QStringList LookCheck::faults()
 {
     lookAtWindow();
     lookAtMenuBar();
@@ -431,5 +419,5 @@ QStringList Look::faults()
 
 QStringList lookFaults(Screen &screen)
 {
-    return Look(screen).faults();
+    return LookCheck(screen).faults();
 }

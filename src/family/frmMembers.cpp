@@ -117,6 +117,7 @@ void frmMembers::Form_Load()
     m_txtFields->bind(m_primary);
     m_primary->moveComplete.connect([this] { adoPrimaryRS_MoveComplete(); });
     m_ui->txtFields_6->setEnabled(false);
+    m_ui->txtFields_6->setLayoutDirection(Qt::LeftToRight); // the date before the time, as in the grids
     m_ui->DTPicker1->setAlignment(m_ui->txtFields_4->alignment()); // over that box
 
     bindGrid();
