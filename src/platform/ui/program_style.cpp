@@ -31,24 +31,15 @@ QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption *opti
     return type == CT_RadioButton || type == CT_CheckBox ? needed + QSize(2 * markAir, 0) : needed;
 }
 
-QRect ProgramStyle::subElementRect(SubElement element, const QStyleOption *option,
-                                   const QWidget *widget) const
+void ProgramStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                               const QWidget *widget) const
 {
-    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
     const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
-    if (!button || button->text.isEmpty())
-        return rect;
-    switch (element) {
-    case SE_RadioButtonIndicator:
-    case SE_CheckBoxIndicator:
-        return rect.translated(option->direction == Qt::RightToLeft ? -markAir : markAir, 0);
-    case SE_RadioButtonContents:
-    case SE_CheckBoxContents:
-        return option->direction == Qt::RightToLeft ? rect.adjusted(0, 0, -markAir, 0)
-                                                    : rect.adjusted(markAir, 0, 0, 0);
-    default:
-        return rect;
-    }
+    if ((element != CE_RadioButton && element != CE_CheckBox) || !button || button->text.isEmpty())
+        return QProxyStyle::drawControl(element, option, painter, widget);
+    QStyleOptionButton inner = *button;
+    inner.rect.adjust(markAir, 0, -markAir, 0);
+    QProxyStyle::drawControl(element, &inner, painter, widget);
 }
 
 QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
