@@ -82,7 +82,7 @@ TEST_F(SavingTest, MakesNoNameButItsOwn)
         const ssize_t size = read(watch, events, sizeof events);
         for (ssize_t at = 0; at < size;) {
             const auto *event = reinterpret_cast<const inotify_event *>(events + at);
-            names << QString::fromUtf8(event->name).left(8); // what comes behind ".quvana-" is chance
+            names << QString::fromUtf8(event->name).left(19); // what comes behind is chance
             at += ssize_t(sizeof *event + event->len);
         }
         return names;
@@ -92,19 +92,20 @@ TEST_F(SavingTest, MakesNoNameButItsOwn)
         EXPECT_EQ(namesMade(), QStringList(QLatin1String(name)));
         dialogs.expectYes(replaceQuestion);
         book.saveAs(path(QLatin1String(name)));
-        EXPECT_EQ(namesMade(), QStringList(u".quvana-"_s));
+        EXPECT_EQ(namesMade(), QStringList(u".quvana-unfinished-"_s));
     }
     close(watch);
 }
 
 TEST_F(SavingTest, RemovesWhatAKilledOneHasLeft)
 {
-    writeFile(path(u".quvana-left"_s), "of a killed one");
-    writeFile(path(u".quvana-live"_s), "of another program");
-    const int live = open(path(u".quvana-live"_s).toUtf8().constData(), O_RDWR);
+    writeFile(path(u".quvana-unfinished-left"_s), "of a killed one");
+    writeFile(path(u".quvana-backup"_s), "the user's own");
+    writeFile(path(u".quvana-unfinished-live"_s), "of another program");
+    const int live = open(path(u".quvana-unfinished-live"_s).toUtf8().constData(), O_RDWR);
     flock(live, LOCK_EX);
     book.saveAs(path(u"x.txt"_s));
-    EXPECT_EQ(files(), (QStringList{u".quvana-live"_s, u"x.txt"_s}));
+    EXPECT_EQ(files(), (QStringList{u".quvana-backup"_s, u".quvana-unfinished-live"_s, u"x.txt"_s}));
     close(live);
 }
 

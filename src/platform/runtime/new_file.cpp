@@ -19,8 +19,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-/// How the names begin under which a file stands before it is in its place.
-constexpr QLatin1StringView hiddenName = ".quvana-"_L1;
+/// How the names begin under which a file stands before it is in its place: like no file of a user's own.
+constexpr QLatin1StringView hiddenName = ".quvana-unfinished-"_L1;
 
 RuntimeError notWritten(const QString &place, const QString &why)
 {
