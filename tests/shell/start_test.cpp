@@ -3,6 +3,7 @@
 #include "shell/frmLogin.h"
 #include "shell/main.h"
 #include "store/create_store.h"
+#include "support/child_process.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "users/frmNewUser.h"
@@ -10,6 +11,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
+#include <sys/stat.h>
 
 namespace
 {
@@ -85,10 +87,14 @@ TEST_F(SessionFixture, AsksWhetherALostStoreIsToBeMadeAnew)
 TEST_F(SessionFixture, EndsOnAFileThatIsNoStoreAndLeavesItAlone)
 {
     ASSERT_TRUE(CreateStore(u"other"_s, u"another"_s));
+    const QString plain = folder() + u"/plain.db"_s;
+    outputOf(u"sqlcipher"_s, {plain, u"create table notes(text); insert into notes values('a note')"_s});
     const QString unknown = u"Unrecognized database format '"_s + engine.storeFilePath + u"'."_s;
     const std::tuple<QByteArray, QString, QString> cases[] = {
         {bytesOf(folder() + u"/other.mdb"_s), u"-2147217843 (80040e4d)"_s, u"Not a valid password."_s},
         {QByteArray("notes of the family\n").repeated(1024), u"-2147467259 (80004005)"_s, unknown},
+        {bytesOf(plain), u"-2147467259 (80004005)"_s, unknown},
+        {QByteArray(1, 'x'), u"-2147467259 (80004005)"_s, unknown},
         {QByteArray(), u"-2147467259 (80004005)"_s, unknown}};
     for (const auto &[bytes, number, text] : cases) {
         writeFile(engine.storeFilePath, bytes);
@@ -97,6 +103,21 @@ TEST_F(SessionFixture, EndsOnAFileThatIsNoStoreAndLeavesItAlone)
         EXPECT_EQ(start(), 1);
         EXPECT_TRUE(bytesOf(engine.storeFilePath) == bytes) << text.toStdString();
     }
+    const QByteArray store = std::get<0>(cases[0]);
+    writeFile(engine.storeFilePath, store);
+    chmod(folder().toUtf8().constData(), 0755);
+    chmod(engine.storeFilePath.toUtf8().constData(), 0400); // the owner's; root becomes somebody else
+    EXPECT_EQ(inChild([] {
+                  if (geteuid() == 0 && setuid(65534) != 0)
+                      return 2;
+                  ScriptedDialogs dialogs;
+                  dialogs.expectUntrapped(u"-2147467259 (80004005)"_s, u"Cannot open '"_s +
+                                                                           engine.storeFilePath +
+                                                                           u"': Permission denied"_s);
+                  return start() == 1 && !HasFailure() ? 0 : 1;
+              }),
+              0);
+    EXPECT_TRUE(bytesOf(engine.storeFilePath) == store);
 }
 
 class StartTest : public StoreFixture
