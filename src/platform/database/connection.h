@@ -87,6 +87,6 @@ private:
 
 using ConnectionPtr = std::shared_ptr<Connection>;
 
-/// Called now and then, some times a second, while one statement of any store runs: reading, sorting, writing.
-/// It must not throw, use a store or serve events; null for none.
+/// Called now and then, some times a second, while one statement of any store runs: reading, sorting,
+/// writing. It must not throw, use a store or serve events; null for none.
 void setStatementProgress(std::function<void()> progress);
