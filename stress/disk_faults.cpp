@@ -109,7 +109,7 @@ Findings limitExport(const QString &templateFolder, int stride)
         const QString wrong = wrongAtNextStart(*exporting, course, folder);
         if (!wrong.isEmpty())
             findings.finding(where + wrong);
-        if ((stateOf(folder).workbook == course.states.front().workbook) != (outcome == Told))
+        if ((stateOf(folder).workbooks == course.states.front().workbooks) != (outcome == Told))
             findings.finding(where + u"the workbook is not what was told"_s);
         if (QDir(folder).entryList({u".quvana*"_s}, QDir::Hidden | QDir::Files | QDir::Dirs).size() > 0)
             findings.finding(where + u"an unfinished file was left"_s);

@@ -32,7 +32,9 @@ int main(int argc, char **argv)
     parser.addOption({u"long"_s, u"The long run."_s});
     parser.addOption({u"seed"_s, u"Of what is left to chance."_s, u"NUMBER"_s, u"1"_s});
     parser.addOption({u"operations"_s, u"So many in the soak."_s, u"NUMBER"_s});
-    parser.addOption({u"only"_s, u"This one alone in the soak, such as \"post revenue\"."_s, u"OPERATION"_s});
+    parser.addOption({u"only"_s,
+                      u"This one alone in the soak or among the kills, such as \"post revenue\"."_s,
+                      u"OPERATION"_s});
     parser.addPositionalArgument(u"trial"_s,
                                  u"kills, disk, power, bytes, two or soak; all when none is named."_s);
     parser.process(application);
@@ -48,7 +50,8 @@ int main(int argc, char **argv)
         if (wanted.isEmpty() || wanted.contains(name))
             bad += trial().bad;
     };
-    play(u"kills"_s, [&] { return killOperations(folder.path(), isLong ? 500 : 3, seed); });
+    play(u"kills"_s,
+         [&] { return killOperations(folder.path(), isLong ? 500 : 3, seed, parser.value(u"only"_s)); });
     play(u"disk"_s, [&] { return failDisk(folder.path(), isLong ? 1 : 71); });
     play(u"disk"_s, [&] { return limitExport(folder.path(), isLong ? 64 : 4096); });
     play(u"power"_s, [&] { return losePower(folder.path(), isLong ? 700 : 5, seed); });

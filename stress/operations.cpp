@@ -17,6 +17,7 @@
 #include "store/data_helpers.h"
 #include "store/logical_tables.h"
 #include "stress/fault_disk.h"
+#include "stress/plain_text.h"
 #include "stress/states.h"
 #include "tutorial/tutorial_mode.h"
 
@@ -47,9 +48,9 @@ public:
     }
     QString input(const QString &, const QString &, const QString &) override { return {}; }
     std::optional<FontChoice> font(const FontChoice &) override { return {}; }
-    std::optional<QString> saveFile(const SaveFileRequest &) override
+    std::optional<QString> saveFile(const SaveFileRequest &request) override
     {
-        return engine.appPath + u"/statement.xls"_s;
+        return engine.appPath + u'/' + request.fileName;
     }
     bool print(QPrinter &) override { return false; }
 
@@ -158,10 +159,10 @@ bool startPractice()
     return engine.tutorialMode;
 }
 
-bool exportLedger()
+bool exportLedger(const QString &name)
 {
     takeTold();
-    exportRows(*opened(u"select * from ledger order by id"_s), u"statement.xls"_s, ExportFailure::Told);
+    exportRows(*opened(u"select * from ledger order by id"_s), name, ExportFailure::Told);
     return takeTold().contains(u"Export complete..   تم التصدير بنجاح"_s);
 }
 
@@ -183,7 +184,9 @@ const std::vector<Operation> &operations()
         {"compacting", compact},
         {"creating", create},
         {"tutorial start", startPractice},
-        {"export", exportLedger},
+        {"export", [] { return exportLedger(u"statement.xls"_s); }},
+        {"export .xlsx", [] { return exportLedger(u"statement.xlsx"_s); }},
+        {"first export", [] { return exportLedger(u"statement.txt"_s); }},
     };
     return all;
 }
@@ -242,10 +245,13 @@ void makeTemplate(const QString &folder)
         throw std::runtime_error("no archive");
     execute(u"select * into [ledger1] from [ledger] where transactionid<6"_s);
     execute(u"delete from [ledger] where transactionid<6"_s);
+    plantTexts();
     engine.dbConnection->close();
-    QFile workbook(folder + u"/statement.xls"_s);
-    if (!workbook.open(QFile::WriteOnly) || workbook.write("an earlier statement") < 0)
-        throw std::runtime_error("no workbook");
+    for (const char *name : {"statement.xls", "statement.xlsx"}) {
+        QFile workbook(inFolder(folder, QString::fromLatin1(name)));
+        if (!workbook.open(QFile::WriteOnly) || workbook.write("an earlier statement") < 0)
+            throw std::runtime_error("no workbook");
+    }
     detachSession();
 }
 
@@ -260,8 +266,11 @@ void layOut(const QString &templateFolder, const QString &folder)
 FolderState stateOf(const QString &folder)
 {
     const QString store = inFolder(folder, u"quvana.mdb");
+    QByteArray workbooks;
+    for (const char *name : {"statement.xls", "statement.xlsx", "statement.txt"})
+        workbooks += bytesDigest(inFolder(folder, QString::fromLatin1(name))) + '|';
     return {rowsDigest(store), amountsDigest(store), rowsDigest(inFolder(folder, u"quvana_backup.mdb")),
-            rowsDigest(inFolder(folder, u"testdb.mdb")), bytesDigest(inFolder(folder, u"statement.xls"))};
+            rowsDigest(inFolder(folder, u"testdb.mdb")), workbooks};
 }
 
 bool Course::holds(const FolderState &state) const

@@ -15,16 +15,17 @@ struct Operation {
     bool auditMayFail = false; ///< its audit row fails in silence and the work goes on: that is meant
 };
 
-/// Posting, correcting, cancelling, archiving, merging, compacting, creating a store, tutorial start, export.
+/// Posting, correcting, cancelling, archiving, merging, compacting, creating a store, tutorial start, and
+/// three exports: in place of an earlier `.xls` and `.xlsx`, and a `.txt` where none was.
 const std::vector<Operation> &operations();
 
 /// What every message box of the work told, since the last call.
 QStringList takeTold();
-/// Puts dialogs in place that say Yes to everything and save to `statement.xls`.
+/// Puts dialogs in place that say Yes to everything and save under the proposed name.
 void installDialogs();
 
 /// A folder with a store in use (members, transactions of both kinds, corrections, an archive of audit rows
-/// and one of the ledger), an older backup and an earlier workbook.
+/// and one of the ledger; a planted text in every text column), an older backup and two earlier workbooks.
 void makeTemplate(const QString &folder);
 /// Begins a session in a copy of the template: paths, user, clock, an open connection.
 void attachSession(const QString &folder);
@@ -37,7 +38,7 @@ struct FolderState {
     QByteArray amounts; ///< of the store, without the marks of a cancel
     QByteArray backup;
     QByteArray tutorial;
-    QByteArray workbook;
+    QByteArray workbooks;
     bool operator==(const FolderState &) const = default;
 };
 /// @throws RuntimeError when a store can't be opened or is damaged

@@ -6,8 +6,9 @@
 
 #include <cstdint>
 
-/// Kills a process at random moments of each operation, so many times each.
-Findings killOperations(const QString &templateFolder, int times, std::uint32_t seed);
+/// Kills a process at random moments of each operation, so many times each, or of those whose name has a text
+/// in it.
+Findings killOperations(const QString &templateFolder, int times, std::uint32_t seed, const QString &only);
 /// Lets the n-th disk operation of each operation fail in four ways, for every n-th that `stride` leaves.
 Findings failDisk(const QString &templateFolder, int stride);
 /// Lets an export find no more room behind every `stride` bytes.
