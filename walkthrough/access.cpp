@@ -119,8 +119,11 @@ void Check::readHeaders(const QList<QAccessibleInterface *> &headers, const QStr
 {
     if (headers.isEmpty())
         m_faults << cell + u" has no heading"_s;
-    for (const QAccessibleInterface *header : headers)
+    for (QAccessibleInterface *header : headers) {
         readName(*header, u"the heading of "_s + cell);
+        // The toolkit makes a new one for each question and keeps none of them.
+        QAccessible::deleteAccessibleInterface(QAccessible::registerAccessibleInterface(header));
+    }
 }
 
 /// Reads the first rows that are in view, cell by cell.
