@@ -52,14 +52,14 @@ int main(int argc, char **argv)
     };
     play(u"kills"_s,
          [&] { return killOperations(folder.path(), isLong ? 500 : 3, seed, parser.value(u"only"_s)); });
-    play(u"disk"_s, [&] { return failDisk(folder.path(), isLong ? 1 : 71); });
+    play(u"disk"_s, [&] { return failDisk(folder.path(), isLong ? 1 : 97); });
     play(u"disk"_s, [&] { return limitExport(folder.path(), isLong ? 64 : 4096); });
     play(u"power"_s, [&] { return losePower(folder.path(), isLong ? 700 : 5, seed); });
     play(u"bytes"_s, [&] { return damageBytes(isLong ? 1 : 2039); });
     play(u"two"_s, [&] { return postInTwo(folder.path(), isLong ? 1000 : 10); });
     const int operations = parser.isSet(u"operations"_s) ? parser.value(u"operations"_s).toInt()
                            : isLong                      ? 50'000
-                                                         : 150;
+                                                         : 100;
     play(u"soak"_s, [&] { return soakScreens(folder.path(), operations, seed, parser.value(u"only"_s)); });
     std::printf("%s\n", bad == 0 ? "nothing bad" : "FOUND SOMETHING BAD");
     return bad == 0 ? 0 : 1;
