@@ -19,7 +19,7 @@ target_compile_definitions(quvana_flags INTERFACE
     QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_compile_options(quvana_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused
-    -Wimplicit-fallthrough -Wno-maybe-uninitialized
+    -Wimplicit-fallthrough $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
     $<$<BOOL:${QUVANA_WERROR}>:-Werror>)
 if(QUVANA_SANITIZE)
     target_compile_options(quvana_flags INTERFACE
@@ -33,16 +33,30 @@ if(QUVANA_HARDEN)
     target_link_options(quvana_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
 endif()
 
-# The headers that nearly every file reads, compiled once for all targets.
-file(WRITE "${CMAKE_BINARY_DIR}/pch.cpp" "")
-add_library(quvana_pch STATIC "${CMAKE_BINARY_DIR}/pch.cpp")
-target_link_libraries(quvana_pch PUBLIC quvana_flags)
-target_precompile_headers(quvana_pch PRIVATE
-    <QtCore/QtCore> <QtWidgets/QtWidgets> <functional> <memory> <optional> <string> <variant> <vector>)
-
-function(quvana_target name)
+# The headers that nearly every file reads, compiled once for all targets with the same options.
+function(quvana_headers name)
+    file(TOUCH "${CMAKE_BINARY_DIR}/pch.cpp")
+    add_library(${name} STATIC "${CMAKE_BINARY_DIR}/pch.cpp")
     target_link_libraries(${name} PUBLIC quvana_flags)
-    target_precompile_headers(${name} REUSE_FROM quvana_pch)
+    target_compile_options(${name} PRIVATE ${ARGN})
+    target_precompile_headers(${name} PRIVATE
+        <QtCore/QtCore> <QtWidgets/QtWidgets> <functional> <memory> <optional> <string> <variant> <vector>)
+endfunction()
+quvana_headers(quvana_pch)
+if(QUVANA_TESTS)
+    # Compiling a test's own code takes longer than running it, so it is not optimised.
+    set(QUVANA_TEST_OPTIONS -O0)
+    quvana_headers(quvana_test_pch ${QUVANA_TEST_OPTIONS})
+endif()
+
+# quvana_target(name [PCH library]): the flags and the compiled headers.
+function(quvana_target name)
+    cmake_parse_arguments(arg "" "PCH" "" ${ARGN})
+    if(NOT arg_PCH)
+        set(arg_PCH quvana_pch)
+    endif()
+    target_link_libraries(${name} PUBLIC quvana_flags)
+    target_precompile_headers(${name} REUSE_FROM ${arg_PCH})
     set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
 endfunction()
 
@@ -54,11 +68,11 @@ function(quvana_library name)
     target_link_libraries(${name} PUBLIC ${arg_LINK})
 endfunction()
 
-# quvana_program(name SOURCES files... LINK libraries...)
+# quvana_program(name SOURCES files... LINK libraries... [PCH library])
 function(quvana_program name)
-    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(arg "" "PCH" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
-    quvana_target(${name})
+    quvana_target(${name} PCH ${arg_PCH})
     target_link_libraries(${name} PRIVATE ${arg_LINK})
     # The store engine's archive keeps its symbols to itself, so that no other library in the process picks up its SQLite.
     target_link_options(${name} PRIVATE -Wl,--exclude-libs,libsqlcipher.a -Wl,-z,noexecstack)
@@ -71,7 +85,8 @@ set(QUVANA_TEST_ENVIRONMENT
 # quvana_test(name SOURCES files... LINK libraries...): a GoogleTest program.
 function(quvana_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
-    quvana_program(${name} SOURCES ${arg_SOURCES} LINK ${arg_LINK} GTest::gtest GTest::gmock)
+    quvana_program(${name} SOURCES ${arg_SOURCES} LINK ${arg_LINK} GTest::gtest GTest::gmock PCH quvana_test_pch)
+    target_compile_options(${name} PRIVATE ${QUVANA_TEST_OPTIONS})
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${QUVANA_TEST_ENVIRONMENT}")
 endfunction()

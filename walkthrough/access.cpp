@@ -289,7 +289,7 @@ void Check::checkTabOrder()
         }
         if (turn == 0 || faults.size() < fewest.size())
             fewest = faults;
-        std::ranges::rotate(order, std::next(order.begin()));
+        std::rotate(order.begin(), std::next(order.begin()), order.end());
     }
     m_faults << fewest;
     if (before != nullptr)

@@ -317,7 +317,7 @@ TEST_F(MembersTest, TheKeysMoveAndLeave)
 TEST_F(MembersTest, AsksForTheDeceasedUntilANameIsKnown)
 {
     const auto stored = u"select desceased from settings"_s;
-    const auto ask = [this](ScriptedDialogs &dialogs, const QString &typed, bool yes) {
+    const auto ask = [](ScriptedDialogs &dialogs, const QString &typed, bool yes) {
         dialogs.expectInput(u"فضلاً أدخل إسم المورٍث"_s, typed)
             .withTitle(u"تسجيل إسم الأب الذي إنتقل إلى رحمة الله"_s)
             .withDefault(engine.deceasedName);

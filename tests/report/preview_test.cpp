@@ -106,7 +106,7 @@ TEST_F(PreviewFixture, PrintsTheChosenPagesAndTellsThatAPrinterRefuses)
     });
     dialogs.expectMessage(u"The printer did not take the report.\n\nPrinter error"_s);
     dialogs.expectPrint({});
-    preview([this](PreviewWindow &window) {
+    preview([](PreviewWindow &window) {
         pressKey(window, Qt::Key_End);
         for (int i = 0; i < 3; ++i)
             pressKey(window, Qt::Key_P, Qt::ControlModifier);

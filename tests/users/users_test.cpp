@@ -49,7 +49,7 @@ TEST_F(NewUserTest, WritesTheFirstUserWhateverTheRank)
         {u"o'hara"_s, u"x"_s, u"-2147217900 (80040e14)"_s}};
     for (const auto &[userid, name, number] : refused) {
         dialogs.expectAnyMessage();
-        EXPECT_TRUE(processEnded(1, [&] { enter(userid, name, u"x"_s, u"1"_s); }));
+        EXPECT_TRUE(processEnded(1, [&, userid = userid, name = name] { enter(userid, name, u"x"_s, u"1"_s); }));
         EXPECT_TRUE(dialogs.shown().back().text.startsWith(u"Run-time error '"_s + number));
     }
     EXPECT_EQ(rows(u"select * from users"_s), QStringList(row));
