@@ -66,12 +66,6 @@ TEST_F(StoreFixture, LooksUpAKindOfTransactionInTheSessionsLanguage)
     EXPECT_EQ(failureOf([] { LookupDetailId(u"it's"_s); }), -2147217900);
 }
 
-TEST(FormatStamp, ShowsATimeFromOneOClockOnOnly)
-{
-    EXPECT_EQ(FormatStamp(makeDate(2004, 3, 5, 0, 30)), u"2004/03/05"_s);
-    EXPECT_EQ(FormatStamp(makeDate(2004, 3, 5, 1, 0, 7)), u"2004/03/05 01:00:07"_s);
-}
-
 TEST(Pause, ServesEventsWithoutBurningACoreAndEndsOnlyWithTheProcess)
 {
     Pause(0);
