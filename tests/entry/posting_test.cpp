@@ -1,7 +1,4 @@
 #include "entry/entry_fixture.h"
-#include "support/child_process.h"
-
-#include <csignal>
 
 TEST_F(RevenueTest, WritesEveryFieldOfTheRows)
 {
@@ -51,48 +48,23 @@ TEST_F(RevenueTest, AFailedPostingLeavesNothing)
     execute({u"update settings set sn=2147483647"_s});
     fail(u"6 Overflow"_s);
     EXPECT_EQ(state(), u"2147483647|0|0");
+    EXPECT_EQ(textOf(screen, "txtAmount") + ticks(), u"1000xx");
+}
+
+TEST_F(RevenueTest, AnUnknownRelationIsToldAndGetsNothing)
+{
+    prepare({{u"A son"_s}, {u"B cousin"_s, 4}});
+    told();
+    click(screen, "cmdEntry");
+    EXPECT_EQ(told(), QStringList({badRelation, engine.textAreYouSure, badRelation, success}));
+    EXPECT_EQ(rows(u"select transactionid,name,amount from ledger"_s),
+              QStringList({u"1|A son|1000"_s, u"1|B cousin|0"_s}));
 }
 
 TEST_F(RevenueTest, PostsWhatTheBoxesShowOrNothing)
 {
     prepare();
     postHostileTexts();
-}
-
-TEST_F(RevenueTest, ADiskThatTakesNothingMoreLeavesNothing)
-{
-    prepare();
-    signal(SIGXFSZ, SIG_IGN);
-    dialogs.meanwhile = [] { limitFileSize(1024); };
-    fail(u"-2147467259 "_s);
-    dialogs.meanwhile = nullptr;
-    limitFileSize(RLIM_INFINITY);
-    EXPECT_EQ(state(), u"0|0|0");
-    EXPECT_EQ(textOf(screen, "txtAmount") + ticks(), u"1000xxxx");
-    post();
-    EXPECT_EQ(state(), u"1|1|4");
-}
-
-TEST_F(RevenueTest, AProcessKilledInThePostingLeavesNothing)
-{
-    prepare({{u"A son"_s}, {u"B cousin"_s, 4}});
-    const auto posting = [this] {
-        // The first ledger row is written; the second is being asked for.
-        dialogs.meanwhile = [] {
-            if (engine.dbConnection->inTransaction())
-                raise(SIGKILL);
-        };
-        click(screen, "cmdEntry");
-        return 0;
-    };
-    EXPECT_EQ(inChild(posting), -SIGKILL);
-    EXPECT_EQ(state(), u"0|0|0");
-
-    told();
-    click(screen, "cmdEntry");
-    EXPECT_EQ(told(), QStringList({badRelation, engine.textAreYouSure, badRelation, success}));
-    EXPECT_EQ(rows(u"select transactionid,name,amount from ledger"_s),
-              QStringList({u"1|A son|1000"_s, u"1|B cousin|0"_s}));
 }
 
 TEST_F(RevenueTest, AFailureBeforeTheTransactionEndsTheRun)
