@@ -50,7 +50,7 @@ struct Audits {
 void Archive(benchmark::State &state)
 {
     const Audits store;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         int archived = 0;
         const bool went =
             archiveRange(u"audit_general"_s, u"31/12/2002"_s, u"30/12/2003"_s,
@@ -68,7 +68,7 @@ void Archive(benchmark::State &state)
 void ArchiveBare(benchmark::State &state)
 {
     Audits store;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         store.bare.run("begin; "
                        "create table audit_general1 as select * from audit_general "
                        "where ddate between '2002-12-31' and '2003-12-30'; "
@@ -116,7 +116,7 @@ void Correction(benchmark::State &state)
         row.cells.push_back({row.datPrimaryRS->field(i).name, row.datPrimaryRS->value(i).toText()});
     QString auditAction;
     int corrections = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (CellText &cell : row.cells) {
             if (cell.fieldName == u"transactiondetail")
                 cell.text = u"Rent of the shop %1"_s.arg(++corrections);
@@ -157,7 +157,7 @@ void CorrectionBare(benchmark::State &state)
         store.bare.run("commit");
     };
     correct(); // with the tables in its cache, as the other side has them
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         correct();
 }
 

@@ -89,7 +89,7 @@ constexpr std::string_view bareMonthly =
 template <typename Work>
 void measure(benchmark::State &state, int rows, const Work &work)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (work() != rows)
             state.SkipWithError("another number of rows");
     }

@@ -58,14 +58,14 @@ Money shareOf(const QString &member)
 {
     const auto row = Recordset::create();
     row->open(u"select [relation] from members where name='"_s + member + u" '"_s, engine.dbConnection);
-    return Money::fromUnits(125 * row->value(0).toInt());
+    return Money::fromUnits(qint64(125) * row->value(0).toInt());
 }
 
 void Open(benchmark::State &state)
 {
     const Ledger ledger(0);
     engine.dbConnection->close();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         engine.dbConnection->open(engine.connectionString);
         engine.dbConnection->close();
     }
@@ -74,7 +74,7 @@ void Open(benchmark::State &state)
 void OpenBare(benchmark::State &state)
 {
     const Ledger ledger(0);
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         BareStore store(engine.storeFilePath, benchPassword.toUtf8());
 }
 
@@ -100,7 +100,7 @@ void postStatements()
 void Statements(benchmark::State &state)
 {
     const Ledger ledger(0);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         engine.dbConnection->beginTrans();
         postStatements();
         engine.dbConnection->rollbackTrans();
@@ -113,7 +113,7 @@ void StatementsBare(benchmark::State &state)
 {
     const Ledger ledger(0);
     BareStore store(engine.storeFilePath, benchPassword.toUtf8());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         store.run("begin");
         store.post();
         store.run("rollback");
@@ -125,7 +125,7 @@ void Posting(benchmark::State &state)
     const int before = static_cast<int>(state.range(0));
     const Ledger ledger(before);
     int postings = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         postRevenue(entryOfBench(), u"1000"_s, members, shareOf);
         ++postings;
     }
@@ -137,7 +137,7 @@ void PostingBare(benchmark::State &state)
 {
     const Ledger ledger(static_cast<int>(state.range(0)));
     BareStore store(engine.storeFilePath, benchPassword.toUtf8());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         store.run("begin");
         store.post();
         store.run("commit");
@@ -151,7 +151,7 @@ void FrontEnd(benchmark::State &state)
     const sql::Catalog catalog = sql::readCatalog(store.handle());
     const QString text =
         generalInsert(entryOfBench(), 4711, makeDate(2026, 11, 22, 10), 13, makeDate(2026, 11, 22, 10));
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(sql::compile(text, catalog));
     state.SetLabel(std::to_string(text.size()) + " characters");
 }

@@ -8,7 +8,7 @@ namespace
 
 RecordsetPtr rowsOf(const QString &table)
 {
-    const RecordsetPtr rows = Recordset::create();
+    RecordsetPtr rows = Recordset::create();
     rows->open(u"select * from ["_s + table + u']', fuzz::seededStore(), CursorType::Static);
     return rows;
 }

@@ -82,7 +82,7 @@ const ConnectionPtr &fuzz::seededStore()
         for (const TableDefinition &table : storeTables())
             file.appendTable(table);
         file.close();
-        const ConnectionPtr connection = Connection::create();
+        ConnectionPtr connection = Connection::create();
         connection->open(connectionStringOf(path, u"password"_s));
         for (const QString &statement : seed.split(u'\n'))
             connection->execute(statement);

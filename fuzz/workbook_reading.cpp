@@ -30,7 +30,7 @@ public:
         require(numberAt<quint16>(file, 30) == 9, "sectors have 512 bytes");
         constexpr quint32 inHeader = 109;
         const auto tables = numberAt<quint32>(file, 44);
-        QByteArray list = file.mid(76, 4 * inHeader);
+        QByteArray list = file.mid(76, 4 * qsizetype(inHeader));
         auto next = numberAt<quint32>(file, 68);
         for (auto lists = numberAt<quint32>(file, 72); lists > 0; --lists) {
             const QByteArray more = sector(next);
@@ -38,7 +38,7 @@ public:
             next = numberAt<quint32>(more, 508);
         }
         for (quint32 table = 0; table < tables; ++table)
-            m_table += sector(numberAt<quint32>(list, 4 * table));
+            m_table += sector(numberAt<quint32>(list, 4 * qsizetype(table)));
     }
 
     QByteArray stream(QStringView name) const

@@ -111,7 +111,7 @@ Findings limitExport(const QString &templateFolder, int stride)
             findings.finding(where + wrong);
         if ((stateOf(folder).workbooks == course.states.front().workbooks) != (outcome == Told))
             findings.finding(where + u"the workbook is not what was told"_s);
-        if (QDir(folder).entryList({u".quvana*"_s}, QDir::Hidden | QDir::Files | QDir::Dirs).size() > 0)
+        if (!QDir(folder).entryList({u".quvana*"_s}, QDir::Hidden | QDir::Files | QDir::Dirs).isEmpty())
             findings.finding(where + u"an unfinished file was left"_s);
     }
     if (outcome != Done)

@@ -2,8 +2,9 @@
 #include "core/program_place.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "platform/ui/screen.h"
+#include "platform/ui/wait.h"
 #include "shell/main.h"
 #include "stress/operations.h"
 #include "stress/soak_acts.h"
@@ -24,8 +25,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool memoryIsItsOwn = false; // the sanitizer keeps what was freed
+// A sanitizer keeps what was freed.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool memoryIsItsOwn = false;
+#elif defined(__has_feature)
+constexpr bool memoryIsItsOwn = !__has_feature(address_sanitizer);
 #else
 constexpr bool memoryIsItsOwn = true;
 #endif
@@ -190,14 +194,16 @@ void judge(Findings &findings, const QList<SoakSample> &samples)
     if (warm.size() < 2)
         return;
     const double resident = growth(warm, &SoakSample::residentKib);
+    const double anonymous = growth(warm, &SoakSample::anonymousKib);
     const double heap = growth(warm, &SoakSample::heapKib);
     const auto [fewest, most] =
         std::minmax_element(warm.begin(), warm.end(), [](const SoakSample &a, const SoakSample &b) {
             return a.openFiles < b.openFiles;
         });
-    std::printf("behind a warm-up of %d operations: resident memory %+.2f KiB and heap %+.2f KiB per 1,000 "
-                "operations; %d to %d open files\n",
-                warm.front().operation, resident, heap, fewest->openFiles, most->openFiles);
+    std::printf(
+        "behind a warm-up of %d operations: resident memory %+.2f KiB (anonymous %+.2f) and heap %+.2f "
+        "KiB per 1,000 operations; %d to %d open files\n",
+        warm.front().operation, resident, anonymous, heap, fewest->openFiles, most->openFiles);
     if (memoryIsItsOwn && resident >= barKib && warm.size() > 20)
         findings.finding(u"memory grows"_s);
     if (most->openFiles > warm.front().openFiles)
@@ -250,9 +256,11 @@ Findings soakScreens(const QString &templateFolder, int operations, std::uint32_
         samples << sampleProcess(done);
         const SoakSample &last = samples.last();
         if (day % 4 == 0 || done >= operations)
-            std::printf(
-                "%6d operations, %5lld s: resident %.0f KiB, heap %.0f KiB, %d open files, %d widgets\n",
-                done, timer.elapsed() / 1000, last.residentKib, last.heapKib, last.openFiles, last.widgets);
+            std::printf("%6d operations, %5lld s: resident %.0f KiB (anonymous %.0f), heap %.0f KiB, %d open "
+                        "files, %d "
+                        "widgets\n",
+                        done, timer.elapsed() / 1000, last.residentKib, last.anonymousKib, last.heapKib,
+                        last.openFiles, last.widgets);
         std::fflush(stdout);
     }
     qInstallMessageHandler(before);

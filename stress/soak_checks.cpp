@@ -125,10 +125,16 @@ SoakSample sampleProcess(int operation)
     malloc_trim(0);
     SoakSample sample;
     sample.operation = operation;
-    QFile statm(u"/proc/self/statm"_s);
-    if (statm.open(QFile::ReadOnly))
-        sample.residentKib =
-            statm.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1024;
+    QFile status(u"/proc/self/status"_s);
+    if (status.open(QFile::ReadOnly)) {
+        for (const QByteArray &line : status.readAll().split('\n')) {
+            const QByteArrayList words = line.simplified().split(' ');
+            if (words[0] == "VmRSS:")
+                sample.residentKib = words.value(1).toDouble();
+            if (words[0] == "RssAnon:")
+                sample.anonymousKib = words.value(1).toDouble();
+        }
+    }
     const struct mallinfo2 heap = mallinfo2();
     sample.heapKib = double(heap.uordblks + heap.hblkhd) / 1024;
     sample.openFiles = int(

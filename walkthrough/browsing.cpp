@@ -92,7 +92,7 @@ void playFilters(Player &player, const Story &story)
 QByteArray nameItem(const Screen &screen, const QString &name)
 {
     for (int i = 0;; ++i) {
-        const QByteArray item = "mnuName_" + QByteArray::number(i);
+        QByteArray item = "mnuName_" + QByteArray::number(i);
         const auto *action = dynamic_cast<QAction *>(hand::find(screen, item.constData()));
         if (action == nullptr)
             throw std::runtime_error("no entry for " + name.toStdString());

@@ -49,7 +49,7 @@ QStringList checkEveryScreen(const QString &folder)
         });
     };
     for (const bool arabic : {true, false}) {
-        for (const qint16 points : {8, 10, 12})
+        for (const qint16 points : {qint16(8), qint16(10), qint16(12)})
             for (const bool bold : {false, true})
                 lookAt({arabic, points, bold});
         lookAt({arabic, 18, true}); // comes with the next login when it was chosen once

@@ -21,6 +21,7 @@ bool ElidedLabel::event(QEvent *event)
 
 void ElidedLabel::paintEvent(QPaintEvent *event)
 {
+    // The frame alone: the text is painted below. NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QFrame::paintEvent(event);
     QPainter painter(this);
     // Placed by the language of the screen, written in the direction of the text itself.

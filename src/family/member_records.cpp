@@ -46,7 +46,7 @@ Value codeOf(const QString &stem, const QString &word)
 {
     const auto rows = openRows(u"select id from "_s + stem + (stem == u"sex" ? u"es"_s : u"s"_s) +
                                u" where "_s + stem + engine.languageSuffix + u"='"_s + word + u'\'');
-    const Value code = rows->value(0);
+    Value code = rows->value(0);
     rows->close();
     return code;
 }

@@ -51,7 +51,7 @@ public:
 
     QVariant loadResource(int type, const QUrl &name) override
     {
-        const QVariant resource = QTextBrowser::loadResource(type, name);
+        QVariant resource = QTextBrowser::loadResource(type, name);
         if (type == QTextDocument::MarkdownResource) {
             // Other viewers are told the direction by these two lines.
             return resource.toByteArray().replace("<div dir=\"rtl\">\n", "").replace("</div>\n", "");

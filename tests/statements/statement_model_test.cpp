@@ -37,7 +37,7 @@ protected:
 
     static RecordsetPtr openTable(const QString &name)
     {
-        const auto table = Recordset::create();
+        auto table = Recordset::create();
         table->open(name, engine.dbConnection, CursorType::Keyset, LockType::Optimistic, CommandKind::Table);
         return table;
     }

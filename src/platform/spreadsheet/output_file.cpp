@@ -11,7 +11,7 @@ namespace spreadsheet
 
 namespace
 {
-constexpr qint64 bufferSize = 256 * 1024;
+constexpr qint64 bufferSize = qint64(256) * 1024;
 }
 
 OutputFile::OutputFile(NewFile &file)

@@ -30,7 +30,7 @@ namespace
 
 constexpr int rowsPerSheet = LXW_ROW_MAX;
 constexpr int columnsPerSheet = LXW_COL_MAX;
-constexpr std::size_t bufferSize = 64 * 1024;
+constexpr std::size_t bufferSize = std::size_t(64) * 1024;
 
 [[noreturn]] void fail(int systemError)
 {

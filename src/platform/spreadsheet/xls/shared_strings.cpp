@@ -9,7 +9,7 @@ namespace spreadsheet::xls
 
 TextNumbers::Numbered TextNumbers::of(const QString &text)
 {
-    constexpr qint64 memory = 16 * 1024 * 1024;
+    constexpr qint64 memory = qint64(16) * 1024 * 1024;
     constexpr qint64 bytesOfEntry = 96;
     const auto found = m_numbers.constFind(text);
     if (found != m_numbers.cend())
