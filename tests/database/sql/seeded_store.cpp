@@ -1,11 +1,8 @@
 #include "database/sql/seeded_store.h"
 
 #include "database/temp_store.h"
-#include "platform/database/engine.h"
 #include "platform/database/session.h"
 #include "store/schema.h"
-
-#include <sqlcipher/sqlite3.h>
 
 #include <map>
 
@@ -39,37 +36,8 @@ insert into ledger (name,transactionid,amount) values('Dana',2,50)
 update ledger set valid=True,enteredby='admin',creditordebit=transactionid=1,totalamount=(select amount from general where transactionid=ledger.transactionid),ddate=(select ddate from general where transactionid=ledger.transactionid),gtype=(select gtype from general where transactionid=ledger.transactionid)
 insert into users (userid,password,name,rank,createdby,valid,language) values('admin','Secret','The Agent',3,'admin',True,'ARABIC')
 insert into users (userid,password,name,rank,createdby,valid) values('old','','Old','1','admin',False)
-insert into audit_members (name,sex,relation,updatedon,updatedby,updatetype) values('Dana',2,3,'06/04/2004 08:00:00','admin','edit')
 insert into audit_users (id,userid,rank,updatedon,updatedby,updatetype) values(1,'admin',2,'06/04/2004','admin','Modified')
-insert into audit_general (id,transactionid,amount,ddate,creditordebit,valid,gtype,updatedon,updatedby,updatetype) values(1,1,900,'15/03/2004',True,True,3,'06/04/2004','admin','Modified')
-insert into audit_general (id,transactionid,amount,ddate,creditordebit,valid,gtype,updatedon,updatedby,updatetype) values(3,3,50,'05/04/2004',False,True,2,'06/04/2004','admin','Deleted')
-select * into [ledger1] from [ledger] where transactionid=1
-insert into archives ([table],[archive],[interval]) values('ledger','ledger1','31/03/2004 - 01/03/2004'))"_s;
-
-/// Makes the file that every store of this process starts as a copy of.
-void makeTemplate(const QString &path)
-{
-    StoreFile file = StoreFile::create(path, u"romanqvlt"_s);
-    for (const TableDefinition &table : storeTables())
-        file.appendTable(table);
-    file.close();
-    const ConnectionPtr connection = Connection::create();
-    connection->open(connectionTo(path));
-    connection->beginTrans();
-    for (const QString &text : seed.split(u'\n'))
-        connection->execute(text);
-    connection->commitTrans();
-}
-
-QString templatePath()
-{
-    static const QTemporaryDir folder;
-    static const QString path = [] {
-        makeTemplate(folder.filePath(u"template.mdb"_s));
-        return folder.filePath(u"template.mdb"_s);
-    }();
-    return path;
-}
+select * into [ledger1] from [ledger] where transactionid=1)"_s;
 
 QString typeName(const FieldInfo &field)
 {
@@ -84,13 +52,15 @@ QString typeName(const FieldInfo &field)
 SeededStore::SeededStore() : m_connection(Connection::create())
 {
     const QString path = m_folder.filePath(u"store.mdb"_s);
-    QFile::copy(templatePath(), path);
+    StoreFile file = StoreFile::create(path, u"romanqvlt"_s);
+    for (const TableDefinition &table : storeTables())
+        file.appendTable(table);
+    file.close();
     m_connection->open(connectionTo(path));
-}
-
-const sql::Catalog &SeededStore::catalog() const
-{
-    return m_connection->session().catalog();
+    m_connection->beginTrans();
+    for (const QString &text : seed.split(u'\n'))
+        m_connection->execute(text);
+    m_connection->commitTrans();
 }
 
 sqlite3 *SeededStore::handle() const
@@ -100,53 +70,27 @@ sqlite3 *SeededStore::handle() const
 
 SeededStore::Result SeededStore::run(const QString &text)
 {
-    const auto written = [this] {
-        const QByteArray drawn = "select total(last) from system_counters";
-        return sqlite3_total_changes(handle()) -
-               int(std::get<double>(m_connection->session().engine().first(drawn)));
-    };
-    Result result;
-    const int before = written();
     const RecordsetPtr set = Recordset::create();
     set->open(text, m_connection, CursorType::Static, LockType::Optimistic);
-    if (!set->isOpen()) {
-        result.changes = written() - before;
-        return result;
-    }
+    if (!set->isOpen())
+        return {};
     QStringList columns;
     for (int index = 0; index < set->fieldCount(); ++index)
         columns.append(set->field(index).name + u' ' + typeName(set->field(index)));
-    result.columns = columns.join(u", "_s);
-    result.rows = linesOf(*set, u"|"_s, u"Null"_s);
-    return result;
+    return {.columns = columns.join(u", "_s), .rows = linesOf(*set, u"|"_s, u"Null"_s).join(u' ')};
 }
 
-QString SeededStore::rows(const QString &text)
+SeededStore::Result SeededStore::tryOut(const QString &text, const QString &behind)
 {
-    return run(text).rows.join(u' ');
-}
-
-SeededStore::Result SeededStore::tryOut(const QString &text)
-{
+    Result result;
     m_connection->beginTrans();
     try {
-        Result result = run(text);
-        m_connection->rollbackTrans();
-        return result;
-    } catch (...) {
-        m_connection->rollbackTrans();
-        throw;
-    }
-}
-
-int errorOf(SeededStore &store, const QString &text, QString *description)
-{
-    try {
-        store.tryOut(text);
-        return 0;
+        result = run(text);
+        if (!behind.isEmpty())
+            result = run(behind);
     } catch (const RuntimeError &error) {
-        if (description != nullptr)
-            *description = error.description();
-        return error.number();
+        result = {.error = error.number(), .description = error.description()};
     }
+    m_connection->rollbackTrans();
+    return result;
 }
