@@ -13,8 +13,8 @@ TEST_F(Moves, FieldsAreFoundWithoutRegardToCase)
     EXPECT_EQ(set->field(1).attributes, 106);
     EXPECT_EQ(set->fieldIndex(u"Group"_s), 2);
     EXPECT_EQ(set->fieldIndex(u"none"_s), -1);
-    EXPECT_EQ(number([&] { set->value(u"none"_s); }), 3265);
-    EXPECT_EQ(number([&] { set->value(4); }), 3265);
+    EXPECT_EQ(failureOf([&] { set->value(u"none"_s); }), 3265);
+    EXPECT_EQ(failureOf([&] { set->value(4); }), 3265);
 }
 
 TEST_F(Moves, ValuesComeBackAsTheyWereWritten)
@@ -47,7 +47,7 @@ TEST_F(Moves, TheCurrentRowMoves)
     const auto at = [](const Recordset &set) {
         return std::to_string(set.absolutePosition()) + (set.bof() ? " bof" : "") + (set.eof() ? " eof" : "");
     };
-    const auto fails = [](auto &&work) { return number(work) == 3021; };
+    const auto fails = [](auto &&work) { return failureOf(work) == 3021; };
     const RecordsetPtr none = opened(u"select name from people"_s);
     EXPECT_EQ(at(*none), "-3 bof eof");
     EXPECT_EQ(none->recordCount(), 0);
@@ -73,7 +73,7 @@ TEST_F(Moves, TheCurrentRowMoves)
     set->setBookmark(1);
     set->moveFirst();
     EXPECT_EQ(moves, "1,-2 bof,1,3,-3 eof,3,2,1,1,");
-    EXPECT_EQ(number([&] { set->setAbsolutePosition(4); }), 3001);
+    EXPECT_EQ(failureOf([&] { set->setAbsolutePosition(4); }), 3001);
     EXPECT_TRUE(fails([&] { set->setBookmark(4); }));
     EXPECT_EQ(set->recordCount(), 3);
     EXPECT_EQ(set->valueAt(2, 0), Value(u"c"_s));
@@ -140,13 +140,13 @@ TEST_F(Moves, AFilterSelectsRows)
         EXPECT_EQ(shows(filter), "3001") << filter.left(60).toStdString();
 
     set->setFilter(u"valid=false"_s);
-    EXPECT_EQ(number([&] { set->setFilter(u"valid"_s); }), 3001);
+    EXPECT_EQ(failureOf([&] { set->setFilter(u"valid"_s); }), 3001);
     EXPECT_EQ(set->filter(), u"valid=false"_s); // the one in force stays
     EXPECT_EQ(set->recordCount(), 2);
     set->moveNext();
     EXPECT_EQ(set->absolutePosition(), 2);
     EXPECT_EQ(set->bookmark(), 4);
-    EXPECT_EQ(number([&] { set->setBookmark(1); }), 3021);
+    EXPECT_EQ(failureOf([&] { set->setBookmark(1); }), 3021);
     set->setBookmark(2);
     EXPECT_EQ(set->value(0), Value(2));
     connection->execute(u"update people set valid=false where [group]=1"_s);
@@ -157,7 +157,7 @@ TEST_F(Moves, AFilterSelectsRows)
     all->setFilter(u"group>2"_s);
     connection->execute(u"drop table people"_s);
     connection->execute(u"select sn into people from settings"_s); // without the filter's column
-    EXPECT_EQ(number([&] { all->requery(); }), 3265);
+    EXPECT_EQ(failureOf([&] { all->requery(); }), 3265);
     EXPECT_EQ(all->recordCount(), 3);
     EXPECT_EQ(all->value(u"group"_s), Value(3));
 }
@@ -194,7 +194,7 @@ TEST_F(Moves, WhatARowLooksUpElsewhereIsReadAnewEachTime)
     EXPECT_EQ(shown(*set), "a 10,b null,c 10,d null");
     set->setValue(0, u"e"_s);
     set->update();
-    EXPECT_EQ(number([&] { set->setValue(1, 5); }), -2147217887); // an expression
+    EXPECT_EQ(failureOf([&] { set->setValue(1, 5); }), -2147217887); // an expression
     connection->execute(u"update settings set sn=20"_s);
     connection->execute(u"insert into settings (id,sn) values(2,30)"_s);
     set->requery();

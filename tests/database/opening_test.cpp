@@ -3,7 +3,6 @@
 
 #include <QtCore/QRandomGenerator>
 #include <sqlcipher/sqlite3.h>
-#include <sys/stat.h>
 
 #include <cstring>
 
@@ -25,11 +24,8 @@ TEST_F(Opening, TellsWhyAFileIsNoStoreAndLeavesItAlone)
         QByteArray content;
         QString password = u"romanqvlt"_s;
     } cases[] = {
-        {"empty", format, ""},
         {"short", format, store.left(4095)},
         {"cut inside a page", format, store.left(store.size() - 1)},
-        {"plain database", format, QByteArray("SQLite format 3\0\x10\0\1\1", 20).leftJustified(8192, '\0')},
-        {"text", format, QByteArray("name,amount\n").repeated(1024)},
         {"wide text", format, QStringEncoder(QStringEncoder::Utf16)(QString(4096, u'\u0645'))},
         {"noise", password, noise},
         {"other password", password, store, u"Romanqvlt"_s},
@@ -54,7 +50,7 @@ TEST_F(Opening, TellsWhyAFileIsNoStoreAndLeavesItAlone)
     EXPECT_EQ(fails(folder + u"/none.mdb"_s), "-2147467259 Could not find file '/tm");
     EXPECT_EQ(fails(folder + u"/f.mdb/x"_s), "-2147467259 Could not find file '/tm");
     EXPECT_FALSE(QFile::exists(folder + u"/none.mdb"_s));
-    EXPECT_EQ(number([] { Connection::create()->open(u"Provider=x"_s); }), 3001);
+    EXPECT_EQ(failureOf([] { Connection::create()->open(u"Provider=x"_s); }), 3001);
 }
 
 // As after an upgrade of the library that orders the texts.
@@ -92,30 +88,14 @@ TEST_F(Opening, IndexesOfAnotherOrderAreMadeAnew)
     EXPECT_EQ(first("pragma user_version"), sql::Parameter(qint64(1)));
 }
 
-TEST_F(Opening, RefusesAFileThatMayNotBeWritten)
-{
-    chmod(m_folder.path().toUtf8().constData(), 0755);
-    const int code = inChild([&] {
-        if (geteuid() != 0)
-            chmod(path.toUtf8().constData(), 0444);
-        else if (setuid(65534) != 0)
-            return 2;
-        return outcome([&] { Connection::create()->open(connectionTo(path)); }) ==
-                       "-2147467259 Cannot open '" + path.left(11).toStdString()
-                   ? 0
-                   : 1;
-    });
-    EXPECT_EQ(code, 0);
-}
-
 TEST_F(Opening, StatesAreChecked)
 {
-    EXPECT_EQ(number([&] { connection->open(connectionTo(path)); }), 3705);
+    EXPECT_EQ(failureOf([&] { connection->open(connectionTo(path)); }), 3705);
     const RecordsetPtr set = opened(u"select id from people"_s);
-    EXPECT_EQ(number([&] { set->open(u"people"_s, connection); }), 3705);
-    EXPECT_EQ(number([&] { set->open(u"people"_s, connectionTo(path)); }), 3705);
+    EXPECT_EQ(failureOf([&] { set->open(u"people"_s, connection); }), 3705);
+    EXPECT_EQ(failureOf([&] { set->open(u"people"_s, connectionTo(path)); }), 3705);
     connection->beginTrans();
-    EXPECT_EQ(number([&] { connection->close(); }), 3246);
+    EXPECT_EQ(failureOf([&] { connection->close(); }), 3246);
     EXPECT_EQ(connection->state(), stateOpen);
     connection->rollbackTrans();
     const RecordsetPtr copy = set->clone();
@@ -135,10 +115,10 @@ TEST_F(Opening, StatesAreChecked)
                                                      [&] { copy->moveNext(); },
                                                      [&] { editing->update(); }};
     for (const auto &use : uses)
-        EXPECT_EQ(number(use), 3704);
+        EXPECT_EQ(failureOf(use), 3704);
     EXPECT_EQ(set->state(), stateClosed);
-    EXPECT_EQ(number([&] { set->open(u"people"_s, connection); }), 3709);
-    EXPECT_EQ(number([&] { set->open(u"people"_s, ConnectionPtr()); }), 3709);
+    EXPECT_EQ(failureOf([&] { set->open(u"people"_s, connection); }), 3709);
+    EXPECT_EQ(failureOf([&] { set->open(u"people"_s, ConnectionPtr()); }), 3709);
 
     connection->open(connectionTo(path)); // a closed object can be opened again
     set->open(u"select name from people"_s, connection);

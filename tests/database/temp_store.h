@@ -6,6 +6,7 @@
 #include "platform/runtime/dates.h"
 #include "platform/runtime/runtime_error.h"
 #include "support/child_process.h"
+#include "support/failures.h"
 #include "support/store_reading.h"
 
 #include <QtCore/QDir>
@@ -27,13 +28,6 @@ std::string outcome(Work &&work)
     } catch (const RuntimeError &error) {
         return std::to_string(error.number()) + ' ' + error.description().left(24).toStdString();
     }
-}
-
-/// The number of the failure; 0 for none.
-template <typename Work>
-int number(Work &&work)
-{
-    return std::atoi(outcome(work).c_str());
 }
 
 /// A folder with a store of two tables and an open connection. The folder's name holds what a connection

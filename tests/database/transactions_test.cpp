@@ -79,7 +79,7 @@ TEST_F(Transactions, ARollBackUndoesRowsAndTables)
     const RecordsetPtr held = table(); // an open set stands in nobody's way
     connection->beginTrans();
     EXPECT_TRUE(connection->inTransaction());
-    EXPECT_EQ(number([&] { connection->beginTrans(); }), 3219);
+    EXPECT_EQ(failureOf([&] { connection->beginTrans(); }), 3219);
     connection->execute(u"select * into [people1] from people"_s);
     connection->execute(u"delete from people"_s);
     connection->execute(u"drop table [settings]"_s);
