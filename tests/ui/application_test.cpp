@@ -1,6 +1,8 @@
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "platform/ui/screen.h"
+#include "platform/ui/wait.h"
 #include "support/screens.h"
 
 #include <QtCore/QTimer>
@@ -23,18 +25,6 @@ public:
         connect(go, &QPushButton::clicked, this, [this] { go_Click(); });
     }
     std::function<void()> go_Click = [] {};
-    QStringList life;
-    bool refuses = false;
-
-protected:
-    void Form_Load() override { life << u"load"_s; }
-    bool Form_QueryUnload() override
-    {
-        life << u"query"_s;
-        return !refuses;
-    }
-    void Form_Unload() override { life << u"unload"_s; }
-    void Form_Resize() override { life << u"resize"_s; }
 };
 
 TEST(Application, EndsTheProcessOnAnUntrappedFailureAfterRollingBack)
@@ -103,23 +93,6 @@ TEST(Application, EndsWithTheLastScreenButNotUnderADialog)
         showMessage(u"still to be read"_s);
         serveEventsUntil([] { return false; });
     }));
-}
-
-TEST(Screen, LivesThroughTheToldEventsInOrder)
-{
-    Probe screen;
-    onModal<Probe>([](Probe &shown) {
-        EXPECT_TRUE(Screen::loadedScreens().contains(&shown));
-        shown.refuses = true;
-        shown.close();
-        EXPECT_TRUE(shown.isVisible());
-        shown.refuses = false;
-        shown.close();
-    });
-    screen.showModal();
-    EXPECT_TRUE(Screen::loadedScreens().isEmpty());
-    EXPECT_GT(screen.life.removeAll(u"resize"_s), 0);
-    EXPECT_EQ(screen.life.join(u' '), u"load query query unload"_s);
 }
 
 TEST(Screen, MadeByNewGoesByItselfButNotBelowARoutineThatWaits)

@@ -255,24 +255,22 @@ TEST_F(FlexGridTest, TellsOfClicksAndKeys)
         EXPECT_TRUE(grid.cellRect(row, column).contains(at));
         tell(u"menu"_s)(row, column);
     });
-    const auto click = [&](Qt::MouseButton button, int row, int column) {
-        QTest::mouseClick(&areaOf(grid, row), button, {}, middleOf(grid, row, column));
+    const auto toldBy = [&](auto press, Qt::MouseButton button, int row, int column) {
+        press(&areaOf(grid, row), button, {}, middleOf(grid, row, column), -1);
         return std::exchange(told, {}).join(u", "_s);
     };
-    const auto clickAgain = [&](Qt::MouseButton button, int row, int column) {
-        QTest::mouseDClick(&areaOf(grid, row), button, {}, middleOf(grid, row, column));
-        return std::exchange(told, {}).join(u", "_s);
-    };
-    EXPECT_EQ(click(Qt::LeftButton, 2, 3), u"click 2 3"_s);
-    EXPECT_EQ(click(Qt::RightButton, 3, 2), u"menu 3 2"_s);
+    constexpr void (*click)(QWidget *, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int) =
+        QTest::mouseClick;
+    constexpr decltype(click) again = QTest::mouseDClick;
+    EXPECT_EQ(toldBy(click, Qt::RightButton, 3, 2), u"menu 3 2"_s);
     EXPECT_EQ(std::pair(grid.row(), grid.col()), std::pair(3, 2));
-    EXPECT_EQ(click(Qt::LeftButton, 1, 0), QString()); // the fixed column
+    EXPECT_EQ(toldBy(click, Qt::LeftButton, 1, 0), QString()); // the fixed column
     EXPECT_EQ(grid.row(), 3);
-    EXPECT_EQ(click(Qt::LeftButton, 1, 1), u"click 1 1"_s);
-    EXPECT_EQ(clickAgain(Qt::LeftButton, 1, 1), u"double 1 1"_s);
-    EXPECT_EQ(clickAgain(Qt::LeftButton, 0, 2), u"double 0 2"_s);
-    EXPECT_EQ(click(Qt::RightButton, 0, 3), u"menu 0 3"_s);
-    EXPECT_EQ(clickAgain(Qt::RightButton, 0, 3), QString());
+    EXPECT_EQ(toldBy(click, Qt::LeftButton, 1, 1), u"click 1 1"_s);
+    EXPECT_EQ(toldBy(again, Qt::LeftButton, 1, 1), u"double 1 1"_s);
+    EXPECT_EQ(toldBy(again, Qt::LeftButton, 0, 2), u"double 0 2"_s);
+    EXPECT_EQ(toldBy(click, Qt::RightButton, 0, 3), u"menu 0 3"_s);
+    EXPECT_EQ(toldBy(again, Qt::RightButton, 0, 3), QString());
 
     grid.setCell(2, 3);
     for (const auto &[key, modifier, expected] : {std::tuple(Qt::Key_Space, Qt::NoModifier, u"click 2 3"_s),
