@@ -1,14 +1,78 @@
 #include "core/engine.h"
-#include "demo_screen.h"
 #include "platform/ui/controls.h"
+#include "platform/ui/date_picker.h"
+#include "platform/ui/flex_grid.h"
+#include "presentation/prepare_screen.h"
 #include "support/screens.h"
 
 #include <QtCore/QMap>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QFrame>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
+#include <QtWidgets/QStatusBar>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
+/// A screen with a control of each kind, on a surface of 400 x 405 pixels.
+class DemoScreen : public Screen
+{
+public:
+    explicit DemoScreen(const QString &name = u"frmDemo"_s, bool allFour = true) : Screen(name)
+    {
+        setCentralWidget(new QWidget);
+        surface()->setFixedSize(400, 405);
+        setCaption(u"Family Members"_s);
+        put(new QLabel(u"&Amount:"_s), "Label1", {10, 40, 70, 26})
+            ->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+        put(new QLineEdit(u"1000"_s), "txtAmount", {90, 40, 120, 24});
+        put(new QPlainTextEdit(u"note"_s), "txtNote", {220, 40, 170, 60});
+        put(new QCheckBox(u"Valid"_s), "Check1_0", {10, 75, 90, 24});
+        auto *frame = put(new QGroupBox(u"Payment Method"_s), "Frame1", {10, 110, 160, 70});
+        put(new QPushButton(u"Users"_s), "Command5", {10, 30, 60, 26}, frame);
+        put(new QRadioButton(u"Cash"_s), "Option1_0", {80, 30, 70, 24}, frame);
+        put(new QComboBox, "Combo1", {180, 110, 100, 24})->addItem(u"نقداً"_s);
+        put(new DatePicker, "DTPicker1", {290, 110, 100, 24});
+        put(new FlexGrid, "FGrid", {180, 145, 210, 70});
+        put(new QFrame, "Line1", {20, 255, 100, 3})->setFrameShape(QFrame::HLine);
+        const QString moves[] = {u"First"_s, u"Previous"_s, u"Next"_s, u"Last"_s};
+        for (int i = 0; i < (allFour ? 4 : 3); ++i)
+            put(new QPushButton(moves[i]), qPrintable(u"cmd"_s + moves[i]), {10 + 65 * i, 290, 60, 26});
+        auto *options = menuBar()->addMenu(u"Options"_s);
+        options->setObjectName(u"mnuOptions"_s);
+        options->addAction(u"Font"_s)->setObjectName(u"mnuFont"_s);
+        options->addSeparator()->setObjectName(u"xSEP"_s);
+        menuBar()->addAction(u"Exit "_s)->setObjectName(u"mnuExit"_s);
+        statusBar()->setObjectName(u"StatusBar1"_s);
+        panel = new QLabel(u"Save"_s);
+        panel->setAlignment(Qt::AlignRight);
+        statusBar()->addWidget(panel, 1);
+    }
+
+    QLabel *panel;
+
+protected:
+    void Form_Load() override { PrepareScreen(*this); }
+
+private:
+    template <typename Control>
+    Control *put(Control *made, const char *name, QRect place, QWidget *parent = nullptr)
+    {
+        made->setParent(parent ? parent : surface());
+        made->setObjectName(QLatin1String(name));
+        made->setGeometry(place);
+        return made;
+    }
+};
+
 class PrepareScreenTest : public testing::Test
 {
 protected:

@@ -1,5 +1,6 @@
 #include "platform/report/preview_window.h"
 #include "platform/report/report_preview.h"
+#include "platform/ui/wait.h"
 #include "report_fixture.h"
 #include "support/screens.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/report/report_output.h"
+#include "support/store_reading.h"
 #include "tests/ui/rows_fixture.h"
 
-#include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 
 /// A word of a PDF as an independent reader finds it; lengths are points from the page's top left corner.
@@ -16,24 +16,17 @@ struct Word {
 /// The words of a PDF, with Arabic letters in their plain forms.
 inline QList<Word> wordsOf(const QString &pdf)
 {
-    QProcess reader;
-    reader.start(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s});
-    EXPECT_TRUE(reader.waitForFinished() && reader.exitCode() == 0) << "pdftotext could not read the file";
     static const QRegularExpression element(
         u"<page |<word xMin=\"(.*?)\" yMin=\"(.*?)\" xMax=\"(.*?)\" yMax=\"(.*?)\">(.*?)</word>"_s);
     QList<Word> words;
     int page = 0;
-    const QString text = QString::fromUtf8(reader.readAllStandardOutput());
-    for (const auto &match : element.globalMatch(text)) {
+    for (const auto &match : element.globalMatch(outputOf(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s}))) {
+        const auto place = [&](int group) { return match.captured(group).toDouble(); };
         if (match.capturedLength(5) == 0)
             ++page;
         else
-            words << Word{page,
-                          match.captured(1).toDouble(),
-                          match.captured(2).toDouble(),
-                          match.captured(3).toDouble(),
-                          match.captured(4).toDouble(),
-                          match.captured(5).normalized(QString::NormalizationForm_KC)};
+            words << Word{page,     place(1), place(2),
+                          place(3), place(4), match.captured(5).normalized(QString::NormalizationForm_KC)};
     }
     return words;
 }

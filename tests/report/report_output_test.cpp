@@ -5,7 +5,6 @@
 #include "support/failures.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 
 #include <csignal>
 
@@ -155,14 +154,9 @@ TEST_F(ReportFixture, RefusesAMissingFieldBeforeAnyWindow)
 
 TEST_F(ReportFixture, KeepsTheOldFileWhenTheNewOneCannotBeWritten)
 {
-    const auto contents = [this] {
-        QFile file(pdf);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    };
     saved();
     EXPECT_EQ(QFile::permissions(pdf) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
-    const QByteArray before = contents();
+    const QByteArray before = bytesOf(pdf);
     const QStringList files = QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden);
 
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
@@ -175,7 +169,7 @@ TEST_F(ReportFixture, KeepsTheOldFileWhenTheNewOneCannotBeWritten)
     EXPECT_EQ(failureOf([this] { saveReportAsPdf(report, m_folder.filePath(u"none/x.pdf"_s)); }), 75);
     EXPECT_EQ(failureOf([this] { saveReportAsPdf(report, pdf, reportPaper(), [](int) { return false; }); }),
               32755);
-    EXPECT_EQ(contents(), before);
+    EXPECT_EQ(bytesOf(pdf), before);
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden), files);
 }
 
