@@ -1,6 +1,5 @@
-#include "platform/report/preview_window.h"
-#include "statements/frmStatement.h"
-#include "support/screens.h"
+#include "statements/statement_sql.h"
+#include "support/printing.h"
 #include "support/store_fixture.h"
 
 #include <algorithm>
@@ -193,27 +192,6 @@ protected:
         EXPECT_EQ(sum.tenThousandths(), total);
         shown += rows->recordCount() > 0;
     }
-    /// The screen opens the same statement and counts the same rows.
-    void expectOnScreen(const Wanted &w)
-    {
-        frmStatement screen;
-        screen.load();
-        choose(screen, "Combo1", w.name);
-        choose(screen, "ArchivesList", w.table);
-        click(screen, ("Option1_" + std::to_string(w.type)).c_str());
-        if (w.monthly)
-            chooseMenu(screen, "mnuMonthly");
-        const auto rows = (w.monthly ? monthly(w) : detailed(w)).size();
-        ScriptedDialogs dialogs;
-        if (rows)
-            onModal<PreviewWindow>([](PreviewWindow &preview) { click(preview, "cmdClose"); });
-        else
-            dialogs.expectAnyMessage();
-        click(screen, "cmdShow");
-        EXPECT_EQ(engine.strSql, sqlOf(w));
-        EXPECT_EQ(textOf(screen, "Label3"), rows ? QString::number(rows) : QString());
-    }
-
     QStringList names;
     std::vector<Posted> posted;
     QHash<int, QString> words; ///< by `details.id`, in the session's language
@@ -240,8 +218,6 @@ TEST_F(StatementModel, GivesExactlyWhatWasPosted)
                 posted.empty() ? QDate(2004, 1, 1) : posted[size_t(pick(int(posted.size())))].date.date();
             Wanted wanted{pick(2) ? u"ledger"_s : u"ledger1"_s, names[pick(int(names.size()))], i / 4 % 3,
                           i >= 12};
-            if (seed % 20 == 0 && i == int(seed / 20) * 2)
-                expectOnScreen(wanted);
             if (i % 4 > 0)
                 wanted.range = {day, day.addDays(i % 4 == 1 ? 0 : pick(400))};
             expectAsPosted(wanted);
