@@ -2,6 +2,8 @@
 #include "platform/ui/application.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/date_picker.h"
+#include "platform/ui/fonts.h"
+#include "platform/ui/wait.h"
 #include "support/screens.h"
 
 #include <QtTest/QtTest>
@@ -95,5 +97,21 @@ TEST(DatePicker, TakesDaysOnlyAndKeepsTheTime)
         serveEvents();
         EXPECT_EQ(closed, 1);
     }
+}
+
+TEST(Lines, KeepTheirBaselineWhenLettersOfAnotherFontJoin)
+{
+    QLineEdit box;
+    box.setFont(readableFont(u"Noto Sans"_s, 12, false));
+    box.setFixedSize(150, 32);
+    const auto foot = [&box](const QString &text) {
+        box.setText(text);
+        const QImage stem = box.grab({4, 2, 3, 28}).toImage();
+        int y = stem.height() - 1;
+        while (y > 0 && qGray(stem.pixel(1, y)) > 128)
+            --y;
+        return y;
+    };
+    EXPECT_NEAR(foot(u"E"_s), foot(u"E زوجه"_s), 1);
 }
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/ui/program_style.h"
 
+#include <QtGui/QTextLayout>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QStyleOption>
 
 using namespace Qt::Literals::StringLiterals;
@@ -7,7 +9,18 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 constexpr int markAir = 6; ///< beside the mark of an option or a check box on its opaque ground, in pixels
+
+/// By how many pixels the toolkit puts the line of a box too high: it centres the whole line, and then takes
+/// off once more what the letters of a fallback font stand higher than the box's own.
+int raisedBy(const QLineEdit &box)
+{
+    QTextLayout text(box.displayText(), box.font());
+    text.beginLayout();
+    const QTextLine line = text.createLine();
+    text.endLayout(); // lays the line out
+    return line.isValid() ? qMax(0, qRound(line.ascent()) - box.fontMetrics().ascent()) : 0;
 }
+} // namespace
 
 ProgramStyle::ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
 
@@ -40,6 +53,15 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption *optio
     QStyleOptionButton inner = *button;
     inner.rect.adjust(markAir, 0, -markAir, 0);
     QProxyStyle::drawControl(element, &inner, painter, widget);
+}
+
+QRect ProgramStyle::subElementRect(SubElement element, const QStyleOption *option,
+                                   const QWidget *widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const auto *box = qobject_cast<const QLineEdit *>(widget);
+    // The room grows below by twice that, so that its middle goes down and its top cuts nothing off.
+    return element == SE_LineEditContents && box ? rect.adjusted(0, 0, 0, 2 * raisedBy(*box)) : rect;
 }
 
 QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
