@@ -132,17 +132,6 @@ TEST_F(ReportFixture, ShowsATitleHigherThanThePaperNoRowsAndNoBands)
     EXPECT_EQ(failureOf([this] { saveReportAsPdf(report, pdf); }), 91);
 }
 
-TEST_F(ReportFixture, FindsPagesOnlyAsFarAsTheyAreAskedFor)
-{
-    showMany(2000, u"1"_s);
-    ReportPages pages(report, reportPaper());
-    EXPECT_TRUE(pages.hasPage(1));
-    EXPECT_FALSE(pages.allFound());
-    EXPECT_LT(pages.pagesFound(), 5);
-    EXPECT_FALSE(pages.hasPage(pages.count()));
-    EXPECT_FALSE(pages.hasPage(-1));
-}
-
 TEST_F(ReportFixture, RefusesAMissingFieldBeforeAnyWindow)
 {
     report.sections[2].controls[1].dataField = u"creditordebit"_s;

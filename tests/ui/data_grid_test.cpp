@@ -76,12 +76,7 @@ TEST_F(DataGridTest, ShowsTheRowsOfTheBinding)
     EXPECT_NE(grid.colWidth(1), 3000);
 
     set->close();
-    const std::pair<int, std::function<void()>> refused[] = {
-        {3704, [&] { grid.setDataSource(set); }}, {9, [&] { grid.cellText(0, 0); }},
-        {9, [&] { grid.cellText(0, 3); }},        {9, [&] { grid.cellText(4, 1); }},
-        {9, [&] { grid.caption(-1); }},           {9, [&] { grid.setColWidth(4, 1); }}};
-    for (const auto &[number, call] : refused)
-        EXPECT_EQ(failureOf(call), number);
+    EXPECT_EQ(failureOf([&] { grid.setDataSource(set); }), 3704);
     EXPECT_EQ(grid.cellText(0, 1), u"a"_s); // the rows stay when the set is closed
     grid.setDataSource(nullptr);
     EXPECT_EQ(down(0) + captions(), QString());

@@ -8,15 +8,6 @@
 
 namespace
 {
-/// The same texts in each run of a test.
-QString nextText(std::mt19937 &random, const QString &letters, int length)
-{
-    QString text;
-    while (text.size() < length)
-        text += letters[qsizetype(random() % size_t(letters.size()))];
-    return text;
-}
-
 using GridWidthsTest = RowsFixture;
 
 TEST_F(GridWidthsTest, TheWidestTextIsThatOfPlainMeasuring)
@@ -31,19 +22,20 @@ TEST_F(GridWidthsTest, TheWidestTextIsThatOfPlainMeasuring)
     const QString digits = u"0123456789017"_s;
     const QString signs = u" .,:/-+()%"_s;
     const QString others = u"\u064E\u0651\u060C\u0663\u0301\u200D\u200F\u0600\U0001F600"_s;
-    const QString kinds[] = {latin,
-                             arabic,
-                             digits + signs,
-                             latin + digits + signs,
-                             arabic + digits + digits + signs,
-                             arabic + latin + digits + signs + others};
     constexpr int ofEach = 50;
-    std::mt19937 random{1};
+    std::mt19937 random{1}; // the same texts in each run
+    const auto next = [&random](const QString &letters, int length) {
+        QString text;
+        while (text.size() < length)
+            text += letters[qsizetype(random() % size_t(letters.size()))];
+        return text;
+    };
     QStringList rows;
-    for (const QString &letters : kinds) {
+    for (const QString &letters :
+         {latin, arabic, digits + signs, latin + digits + signs, arabic + digits + digits + signs,
+          arabic + latin + digits + signs + others}) {
         for (int i = 0; i < ofEach; ++i)
-            rows << u"'%1',%2,%3"_s.arg(nextText(random, letters, 8 + i % 5),
-                                        nextText(random, u"1234567890"_s, 1 + i % 6),
+            rows << u"'%1',%2,%3"_s.arg(next(letters, 8 + i % 5), next(u"1234567890"_s, 1 + i % 6),
                                         i % 5 == 0 ? u"null"_s : u"'%1/03/2004'"_s.arg(1 + i % 31));
     }
     rows << u"null,-1111.11,null"_s << u"'WWW',null,null"_s;
