@@ -1,9 +1,8 @@
 #include "platform/report/preview_window.h"
 #include "statements/frmGStatement.h"
 #include "statements/frmStatement.h"
-#include "support/screens.h"
+#include "support/select_dates.h"
 #include "support/store_fixture.h"
-#include "utilities/frmSelectDates.h"
 
 namespace
 {
@@ -44,20 +43,6 @@ protected:
     static QString datesOf(const Screen &screen)
     {
         return textOf(screen, "DateFrom") + u' ' + textOf(screen, "DateTo");
-    }
-    static void selectDates(const Screen &screen, const QString &from, const QString &to)
-    {
-        onModal<frmSelectDates>([from, to](frmSelectDates &dialog) {
-            fill(dialog, "DateFromx", from);
-            fill(dialog, "DateTox", to);
-            click(dialog, "cmdOK");
-        });
-        click(screen, "btnDateSelect");
-    }
-    static void cancelDates(const Screen &screen)
-    {
-        onModal<frmSelectDates>([](frmSelectDates &dialog) { click(dialog, "cmdCancel"); });
-        click(screen, "btnDateSelect");
     }
     static void chooseType(const Screen &screen, int type)
     {
@@ -147,7 +132,7 @@ TEST_F(StatementsTest, ShowsTheSidesOfAMember)
                 shows(screen, sides[1] + ali + range(first, last), range(first, last), 1);
             else
                 showsNothing(screen); // the range runs backwards
-            cancelDates(screen);
+            selectDates(screen);
             EXPECT_EQ(datesOf(screen), first + u" -"_s); // one of them stays
             shows(screen, sides[1] + ali, {}, 1);
             chooseMenu(screen, "mnuMonthly");
@@ -191,7 +176,7 @@ TEST_F(StatementsTest, ShowsTheSidesOfTheFamily)
         const QString dated = sides[1] + range(day, day);
         shows(screen, heading + dated, dated, 2);
         shows(screen, heading + dated + range(day, day), dated + range(day, day), 2); // and once more
-        cancelDates(screen);
+        selectDates(screen);
         EXPECT_EQ(datesOf(screen), u"- -"_s);
         chooseType(screen, 1);
         engine.strSql = u"select * from general where id=0"_s; // what another command left is run
@@ -230,7 +215,7 @@ TEST_F(StatementsTest, ExportsWhatWasShown)
         showsNothing(*screen);
         dialogs.expectMessage(screen == &member ? none : before); // the family's rows are closed again
         click(*screen, "cmdExcell");
-        cancelDates(*screen);
+        selectDates(*screen);
     }
     chooseType(member, 2);
     shows(member, u"Revenues & Expenses السيد علي"_s, {}, 3);
