@@ -48,15 +48,25 @@ QWidget *windowInUse()
 
 namespace
 {
+/// Without the mark of a key, which would part the joined letters of an Arabic caption.
+template <typename Control>
+void joinLetters(Control &control)
+{
+    if (control.text().isRightToLeft())
+        control.setText(control.text().remove(u'&'));
+}
+
 /// Shows a dialog and serves events until it is answered. The window below may vanish meanwhile and take the
 /// dialog with it: that counts as rejected.
 template <typename Dialog>
 bool runDialog(const QPointer<Dialog> &dialog)
 {
     const DialogWait standing;
-    for (auto *button : dialog->template findChildren<QAbstractButton *>()) {
-        if (button->text().isRightToLeft()) // the mark of a key would part joined letters
-            button->setText(button->text().remove(u'&'));
+    for (auto *button : dialog->template findChildren<QAbstractButton *>())
+        joinLetters(*button);
+    for (auto *label : dialog->template findChildren<QLabel *>()) {
+        if (label->buddy())
+            joinLetters(*label);
     }
     dialog->setWindowModality(Qt::ApplicationModal);
     dialog->show();
