@@ -5,9 +5,8 @@
 #include "platform/ui/application.h"
 #include "platform/ui/data_grid.h"
 #include "platform/ui/flex_grid.h"
-#include "support/screens.h"
+#include "support/select_dates.h"
 #include "support/store_fixture.h"
-#include "utilities/frmSelectDates.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -85,19 +84,6 @@ protected:
         grid.setCell(grid.row(), grid.columnOf(field));
         hand::pressKey(grid, Qt::Key_F3);
     }
-    /// Presses the dates' button and gives the dialog a range; empty texts cancel it.
-    static void selectDates(const Screen &screen, const QString &from, const QString &to)
-    {
-        onModal<frmSelectDates>([from, to](frmSelectDates &dialog) {
-            if (from.isEmpty())
-                return click(dialog, "cmdCancel");
-            fill(dialog, "DateFromx", from);
-            fill(dialog, "DateTox", to);
-            click(dialog, "cmdOK");
-        });
-        click(screen, "btnDateSelect");
-    }
-
     /// Does what tells one text; nothing when it is empty.
     void tells(const QString &text, const std::function<void()> &action)
     {

@@ -88,7 +88,6 @@ TEST_F(SharesTest, ShowsTheSharesUnderTheirTransaction)
                 ? u"4|Sara|2|عوائد|150|راتب|350|2004/03/15|08:00:00 2004/01/05|agent|ساري|note|paid|cash"_s
                 : u"4|Sara|2|Revenue|150|Salary|350|2004/03/15|08:00:00 2004/01/05|agent|Valid|note|paid|cash"_s);
         EXPECT_EQ(grid.caption(3), arabic ? u"له أو عليه"_s : u"creditordebit"_s);
-        savePicture(*screen, u"details%1.png"_s.arg(arabic));
         chooseMenu(*screen, "mnuDetails");
         EXPECT_FALSE(isShown(*screen, "DGrid"));
         pick(*screen, 3, u"amount"_s);

@@ -1,6 +1,7 @@
 #include "platform/ui/application.h"
 #include "store/compaction.h"
 #include "store/data_helpers.h"
+#include "store/logical_tables.h"
 #include "support/failures.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
@@ -53,17 +54,13 @@ TEST_F(StoreFixture, RaisesTheFailureOfACompactionAndKeepsTheStore)
     EXPECT_EQ(shellRows(u"select count(*) from details"_s), QStringList(u"19"_s));
 }
 
-TEST_F(StoreFixture, LooksUpAKindOfTransactionInTheSessionsLanguage)
+TEST_F(SessionFixture, SaysThatALogicalTableIsUnknownAndShowsAllColumns)
 {
-    const std::tuple<bool, QString, int> cases[] = {
-        {false, u"Phone"_s, 1}, {false, u"Salary"_s, 13}, {false, u"Other"_s, 10}, // the expense of the two
-        {false, u"Gift"_s, 10}, {true, u"Phone"_s, 10},   {true, u"راتب"_s, 13}};
-    for (const auto &[arabic, text, id] : cases) {
-        setLanguage(arabic);
-        EXPECT_EQ(LookupDetailId(text), id) << text.toStdString();
-        EXPECT_EQ(engine.rsShared, nullptr);
+    for (const QString &name : {u"Ledger"_s, u"ledger "_s, u"ledger1"_s, u""_s}) { // letter case counts
+        ScriptedDialogs dialogs;
+        dialogs.expectMessage(u" getstrsql!  unknown table.."_s);
+        EXPECT_EQ(getstrsql(name, u"ledger1"_s), u"select * from [ledger1]"_s);
     }
-    EXPECT_EQ(failureOf([] { LookupDetailId(u"it's"_s); }), -2147217900);
 }
 
 TEST(Pause, ServesEventsWithoutBurningACoreAndEndsOnlyWithTheProcess)

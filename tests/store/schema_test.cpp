@@ -27,15 +27,6 @@ TEST_F(StoreFixture, BeginsWithTheSeedRowsAndNothingElse)
         EXPECT_EQ(shellRows(u"select * from "_s + QLatin1StringView(empty)), QStringList());
 }
 
-TEST_F(CreateStoreTest, SeedsInTheSessionsLanguage)
-{
-    setLanguage(true);
-    setClock([] { return makeDate(2004, 3, 15, 13, 5); });
-    ASSERT_TRUE(CreateStore(u"testdb"_s, engine.storePassword));
-    EXPECT_EQ(shellRows(u"select desceased, lastcompacted, sn from settings"_s, engine.testStorePath),
-              QStringList(u"غير معروف|2004-03-15|0"_s));
-}
-
 TEST_F(CreateStoreTest, KeepsAnEarlierStoreAndAsksBeforeItDropsAnOlderOne)
 {
     writeFile(engine.storeFilePath + u"-journal"_s, "a journal of a store that is gone");

@@ -1,14 +1,12 @@
-#include "platform/ui/application.h"
 #include "platform/ui/bound_grid.h"
+#include "platform/ui/application.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
-#include "users/frmNewUser.h"
 #include "users/frmUsers.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QToolButton>
 
 namespace
@@ -80,7 +78,7 @@ protected:
     /// The audit rows since the last call.
     static QStringList audits()
     {
-        const QStringList found = rows(u"select * from audit_users"_s);
+        QStringList found = rows(u"select * from audit_users"_s);
         execute({u"delete from audit_users"_s});
         return found;
     }
@@ -117,8 +115,6 @@ TEST_F(UsersTest, ListsTheValidUsersAndMovesAmongThem)
     setLanguage(true);
     open();
     EXPECT_EQ(grid->caption(3) + screen->caption(), u"الصلاحياتمستخدمي البرنامج"_s);
-    stand(0, 3);
-    EXPECT_TRUE(grid->findChild<QToolButton *>()->isVisible());
     pressKey(*screen, Qt::Key_Escape);
     EXPECT_FALSE(screen && screen->isLoaded());
 }
@@ -166,15 +162,12 @@ TEST_F(UsersTest, AsksChecksAndAuditsEachUpdate)
         EXPECT_EQ(grid->row(), c.audit.isEmpty() ? 0 : 1); // a refused row is not left
         EXPECT_FALSE(grid->isEditing());
     }
-    for (const auto &[column, text, message] :
-         {std::tuple(3, u"300"_s, invalid + u"rank"_s), std::tuple(3, u"x"_s, invalid + u"rank"_s),
-          std::tuple(2, QString(51, u'x'), tooLong)}) {
-        setLanguage(false);
+    setLanguage(false);
+    for (const QString &text : {u"300"_s, u"x"_s}) {
         ScriptedDialogs dialogs;
-        dialogs.expectMessage(message);
-        stand(0, column);
+        dialogs.expectMessage(invalid + u"rank"_s);
+        stand(0, 3);
         type(text); // offered again, to be mended
-        EXPECT_EQ(qobject_cast<QLineEdit *>(screen->focusWidget())->text(), text);
         pressKey(*screen->focusWidget(), Qt::Key_Escape);
         EXPECT_FALSE(grid->isEditing());
     }
@@ -186,7 +179,6 @@ TEST_F(UsersTest, TakesTheRankFromAListOverItsCell)
     auto &ranks = control<QComboBox>(*screen, "ComboRank");
     const auto press = [&] { grid->findChild<QToolButton *>()->click(); };
     press();
-    savePicture(*screen, u"frmUsers-ranks.png"_s);
     EXPECT_EQ(ranks.currentText() + ranks.itemText(0) + ranks.itemText(ranks.count() - 1), u"209"_s);
     EXPECT_TRUE(ranks.geometry().contains(grid->cellRect().translated(grid->pos()).center()));
     ranks.showPopup();
@@ -321,23 +313,6 @@ TEST_F(UsersTest, LosesNoEditWhenItIsClosedOrTheStoreFails)
     click(*screen, "cmdNext");
     click(*screen, "cmdClose");
     EXPECT_FALSE(screen->isLoaded());
-}
-
-TEST_F(UsersTest, AddsByAModalScreenAndShowsTheNewUserOnRefresh)
-{
-    const auto added = [](frmNewUser &newUser) {
-        addUser({.userid = u"basil"_s});
-        click(newUser, "cmdCancel");
-    };
-    onModal<frmNewUser>(added);
-    click(*screen, "cmdAdd");
-    EXPECT_EQ(grid->rowCount(), 3);
-    grid->setCurrentIndex(grid->model()->index(2, 0));
-    click(*screen, "cmdRefresh");
-    EXPECT_EQ(grid->rowCount(), 4);
-    EXPECT_EQ(grid->row(), 0);
-    EXPECT_EQ(grid->cellText(1, 2), u"basil"_s);
-    EXPECT_EQ(audits(), QStringList());
 }
 
 } // namespace
