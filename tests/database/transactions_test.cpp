@@ -194,37 +194,3 @@ TEST_F(Transactions, AFullDiskLeavesNothing)
               0);
     EXPECT_EQ(rows(u"select name,note from people where name='a' or name='q' or name='n0'"_s), "a null");
 }
-
-TEST_F(Transactions, ALockHeldByAnotherProgramIsTold)
-{
-    const ConnectionPtr other = Connection::create();
-    other->open(connectionTo(path));
-    other->session().engine().run("pragma busy_timeout = 1");
-    const auto told = [&] { return outcome([&] { other->execute(u"delete from settings"_s); }); };
-    connection->beginTrans();
-    EXPECT_EQ(told(), "-2147467259 database is locked");
-    connection->commitTrans();
-    EXPECT_EQ(told(), "ok");
-    addPeople({u"a"_s});
-    const RecordsetPtr set = opened(u"select name from people"_s);
-    connection->session().engine().run("pragma busy_timeout = 1");
-    other->session().engine().run("begin exclusive");
-    EXPECT_EQ(outcome([&] { set->requery(); }), "-2147467259 database is locked");
-    EXPECT_EQ(shown(*set), "a");
-}
-
-TEST_F(Transactions, ATableDroppedByAnotherProgramLeavesTheRowsThatWereRead)
-{
-    addPeople({u"a"_s, u"b"_s});
-    const RecordsetPtr set = opened(u"select name,note from people"_s);
-    const ConnectionPtr other = Connection::create();
-    other->open(connectionTo(path));
-    other->execute(u"drop table people"_s);
-    set->setValue(u"note"_s, u"x"_s);
-    const std::function<void()> uses[] = {
-        [&] { set->update(); }, [&] { set->cancelUpdate(), set->requery(); }, [&] { table()->recordCount(); },
-        [&] { connection->execute(u"delete from people"_s); }};
-    for (const auto &use : uses)
-        EXPECT_EQ(outcome(use), "-2147217865 The database engine cann");
-    EXPECT_EQ(shown(*set), "a null,b null");
-}

@@ -52,7 +52,7 @@ inline QString outputOf(const QString &program, const QStringList &arguments)
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    EXPECT_TRUE(process.waitForFinished(60'000)) << process.errorString().toStdString();
+    EXPECT_TRUE(process.waitForFinished(300'000)) << process.errorString().toStdString();
     return QString::fromUtf8(process.readAll());
 }
 
