@@ -15,6 +15,7 @@
 #include "place.h"
 #include "platform/ui/application.h"
 #include "platform/ui/flex_grid.h"
+#include "platform/ui/process.h"
 #include "store/logical_tables.h"
 
 #include <QtCore/QDir>

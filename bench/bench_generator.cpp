@@ -9,7 +9,7 @@
 #include "bare_store.h"
 #include "core/engine.h"
 #include "place.h"
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "tutorial/frmGenerateData.h"
 
 #include <QtCore/QElapsedTimer>
@@ -82,7 +82,7 @@ void Run(benchmark::State &state)
     screen.findChild<QRadioButton *>(expense ? u"Option1_1"_s : u"Option1_0"_s)->click();
     Heartbeat heart;
     qint64 runs = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         heart.beat();
         screen.findChild<QPushButton *>(u"cmdStart"_s)->click();
         heart.stop();
@@ -159,7 +159,7 @@ void RunBare(benchmark::State &state)
     const TestStore store;
     BareGenerator bare(state.range(1) != 0);
     qint64 runs = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (qint64 n = 0; n < state.range(0); ++n)
             bare.make();
         ++runs;

@@ -14,6 +14,7 @@
 #include "platform/ui/application.h"
 #include "platform/ui/data_format.h"
 #include "platform/ui/fonts.h"
+#include "platform/ui/process.h"
 #include "statements/report_designs.h"
 #include "statements/reports.h"
 

@@ -1,6 +1,6 @@
 #include "stress/soak_user.h"
 
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "platform/ui/screen.h"
 
 #include <QtCore/QDeadlineTimer>

@@ -12,6 +12,7 @@
 #include "managing_users.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "platform/ui/screen.h"
 #include "player.h"
 #include "practising.h"

@@ -3,11 +3,11 @@
 #include "browser/grid_formatting.h"
 #include "core/engine.h"
 #include "platform/runtime/runtime_error.h"
-#include "platform/ui/application.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/progress.h"
 #include "platform/ui/twips.h"
+#include "platform/ui/wait.h"
 #include "presentation/prepare_screen.h"
 #include "presentation/session_font.h"
 #include "presentation/vocabulary.h"
@@ -15,6 +15,7 @@
 #include "store/logical_tables.h"
 #include "ui_frmUniversalGrid.h"
 
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QScrollBar>

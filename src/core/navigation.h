@@ -5,7 +5,7 @@
 class Screen;
 
 /// The screens that a lower folder opens in a higher or a neighbouring one. `shell` installs the functions at
-/// start; one that is not installed (its screen comes with a later version) does nothing.
+/// start; one that is not installed, as in the tests of a lower folder, does nothing.
 struct Navigation {
     std::function<void()> showMembers;
     std::function<void()> showUsers;

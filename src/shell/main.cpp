@@ -8,8 +8,8 @@
 #include "platform/runtime/dates.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/runtime_error.h"
-#include "platform/ui/application.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/process.h"
 #include "presentation/vocabulary.h"
 #include "shell/frmLogin.h"
 #include "shell/frmMain.h"
@@ -17,6 +17,8 @@
 #include "shell/openers.h"
 #include "store/connection_strings.h"
 #include "store/create_store.h"
+
+#include <QtWidgets/QApplication>
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,4 +1,5 @@
 #include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "shell/main.h"
 
 int main(int argc, char **argv)

@@ -3,7 +3,7 @@
 #include "core/engine.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/numbers.h"
-#include "platform/ui/application.h"
+#include "platform/ui/wait.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -5,7 +5,7 @@
 #include "platform/runtime/dates.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/runtime_error.h"
-#include "platform/ui/application.h"
+#include "platform/ui/wait.h"
 
 #include <chrono>
 #include <cmath>

@@ -1,6 +1,7 @@
 #include "family/check_family.h"
 #include "family/frmMembers.h"
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
+#include "platform/ui/wait.h"
 #include "presentation/vocabulary.h"
 #include "support/hostile.h"
 #include "support/screens.h"

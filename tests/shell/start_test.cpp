@@ -1,5 +1,5 @@
 #include "core/program_place.h"
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "shell/frmLogin.h"
 #include "shell/main.h"
 #include "store/create_store.h"

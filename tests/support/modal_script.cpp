@@ -1,4 +1,6 @@
 #include "platform/ui/application.h"
+#include "platform/ui/dialogs.h"
+#include "platform/ui/process.h"
 #include "support/screens.h"
 
 #include <QtCore/QPointer>

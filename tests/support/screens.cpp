@@ -1,7 +1,7 @@
 #include "support/screens.h"
 
-#include "platform/ui/application.h"
 #include "platform/ui/controls.h"
+#include "platform/ui/process.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>

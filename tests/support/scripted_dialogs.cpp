@@ -1,6 +1,6 @@
 #include "support/scripted_dialogs.h"
 
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "support/printing.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "platform/runtime/runtime_error.h"
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "shell/frmMain.h"
 #include "tutorial_fixture.h"
 

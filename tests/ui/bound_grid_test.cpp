@@ -1,5 +1,5 @@
-#include "platform/ui/application.h"
 #include "platform/ui/bound_grid.h"
+#include "platform/ui/wait.h"
 #include "rows_fixture.h"
 #include "support/failures.h"
 #include "support/screens.h"

@@ -1,5 +1,7 @@
 #include "platform/ui/application.h"
 #include "platform/ui/dialogs.h"
+#include "platform/ui/process.h"
+#include "platform/ui/wait.h"
 #include "support/failures.h"
 #include "support/screens.h"
 

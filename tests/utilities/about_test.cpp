@@ -1,4 +1,5 @@
 #include "core/program_icon.h"
+#include "platform/ui/wait.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "utilities/frmAbout.h"
@@ -9,22 +10,18 @@
 namespace
 {
 
-class AboutTest : public SessionFixture
-{
-};
+using AboutTest = SessionFixture;
 
 TEST_F(AboutTest, TellsThePlainFactsInBothLanguages)
 {
     const struct {
         bool arabic;
-        QString title, ok, menu, heading, practice, excel;
+        QString name, heading, practice, excel;
     } cases[] = {
-        {false, u"Quvana"_s, u"OK"_s, u"Brief Intro"_s,
-         u"             ***          Brief Description        ***            "_s,
+        {false, u"Quvana"_s, u"             ***          Brief Description        ***            "_s,
          u"need to spend some time to get familiar with it.                    "_s,
          u"Reporting and exporting to Excell is also available.               "_s},
-        {true, u"كوفانا"_s, u"موافق"_s, u"شرح بسيط"_s,
-         u"                 ***          شرح موجز          ***                "_s,
+        {true, u"كوفانا"_s, u"                 ***          شرح موجز          ***                "_s,
          u" اللتي يحتوي عليها بنفسك و محاولة فهم طريقة إستخدامه مع مرور الوقت.  "_s,
          u" يقوم البرنامج بتمكينك من تسجيل جميع العمليات الماليه من دخل أو إنفاق "_s},
     };
@@ -33,8 +30,7 @@ TEST_F(AboutTest, TellsThePlainFactsInBothLanguages)
         frmAbout about;
         about.load();
         EXPECT_EQ(about.rightToLeft(), c.arabic);
-        EXPECT_EQ(textOf(about, "Label1") + textOf(about, "Label2"), c.title + c.title);
-        EXPECT_EQ(textOf(about, "cmdOK") + textOf(about, "mnuInformation"), c.ok + c.menu);
+        EXPECT_EQ(textOf(about, "Label1") + textOf(about, "Label2"), c.name + c.name);
         EXPECT_TRUE(
             textOf(about, "lblVersion").contains(QRegularExpression(u"^Version \\d+\\.\\d+\\.\\d+$"_s)));
 
@@ -45,8 +41,7 @@ TEST_F(AboutTest, TellsThePlainFactsInBothLanguages)
         ASSERT_EQ(lines.size(), 21); // each of the 20 has an end
         EXPECT_EQ(lines.at(0), c.heading);
         EXPECT_TRUE(lines.contains(c.practice) && lines.contains(c.excel) && lines.at(20).isEmpty());
-        for (int i = 0; i < 20; ++i)
-            EXPECT_FALSE(lines.at(i).isEmpty()) << i;
+        EXPECT_EQ(lines.count(QString()), 1);
         click(about, "cmdOK");
         EXPECT_FALSE(about.isLoaded());
 

@@ -1,3 +1,4 @@
+#include "platform/ui/wait.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "utilities/frmAbout.h"

@@ -20,7 +20,7 @@ RuntimeError incomplete()
     return data_errors::engineFailure(u"The compacted copy is not complete."_s);
 }
 
-// The callers delete the source next, so what was written is read again first.
+// The copy takes the source's place next, so what was written is read again first.
 void verifyCopy(database::Engine &engine)
 {
     if (engine.first("pragma target.integrity_check") != sql::Parameter(QByteArray("ok")))
@@ -66,7 +66,7 @@ void compactStoreFile(const QString &sourceConnectionString, const QString &targ
         QFile::setPermissions(target.path, QFile::permissions(source.path));
         writeCopy(*engine, target);
         engine.reset();
-        database::syncFolderOf(target.path);
+        database::makeFolderDurable(target.path);
     } catch (...) {
         engine.reset(); // lets go of the target first
         QFile::remove(target.path);

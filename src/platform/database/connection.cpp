@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 struct Connection::Private {
     QString connectionString;
     std::unique_ptr<database::Session> session; // none: closed
@@ -95,7 +97,6 @@ void Connection::setCursorLocation(CursorLocation location) noexcept
 
 std::vector<SchemaTable> Connection::schemaTables()
 {
-    using namespace Qt::Literals::StringLiterals;
     database::Run run(session().prepared("select name, name like 'sqlite!_%' escape '!' or "
                                          "name like 'system!_%' escape '!' as helper "
                                          "from sqlite_master where type = 'table' "

@@ -48,7 +48,7 @@ public:
     void close();
     int state() const noexcept; ///< stateOpen or stateClosed; never throws
     bool isOpen() const noexcept { return state() == stateOpen; }
-    const QString &connectionString() const noexcept;
+    const QString &connectionString() const noexcept; ///< of the last open(); never throws
 
     /// Runs one statement of the store's dialect; rows that it may give are not read. A second statement
     /// behind the first is refused and nothing is run. The statement's effect is durable when the call

@@ -56,7 +56,7 @@ int Recordset::Private::currentRow()
     return rowAt(position);
 }
 
-int Recordset::Private::find(const QString &name) const
+int Recordset::Private::fieldIndex(const QString &name) const
 {
     requireOpen();
     const auto &fields = compiled->columns;
@@ -67,7 +67,7 @@ int Recordset::Private::find(const QString &name) const
 
 int Recordset::Private::indexOf(const QString &name) const
 {
-    const int index = find(name);
+    const int index = fieldIndex(name);
     return index >= 0 ? index : throw data_errors::noSuchItem();
 }
 
@@ -354,7 +354,7 @@ const FieldInfo &Recordset::field(const QString &name) const
 
 int Recordset::fieldIndex(const QString &name) const
 {
-    return d->find(name);
+    return d->fieldIndex(name);
 }
 
 Value Recordset::value(int index) const

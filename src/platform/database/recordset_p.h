@@ -53,7 +53,7 @@ struct Recordset::Private {
     /// The current row, which is none of the new ones. @throws RuntimeError 3021
     int currentRow();
     /// The first field of that name, or -1.
-    int find(const QString &name) const;
+    int fieldIndex(const QString &name) const;
     /// @throws RuntimeError 3265
     int indexOf(const QString &name) const;
     const FieldInfo &field(int index) const;

@@ -140,10 +140,8 @@ void Session::writeDrawn(const std::vector<sql::Step> &steps)
     try {
         run(steps[1]);
     } catch (const RuntimeError &) {
-        if (!m_engine.autocommit()) {
-            run(sql::Step{"update system_counters set last = last - 1 where table_name = ?1",
-                          steps[0].parameters});
-        }
+        if (!m_engine.autocommit())
+            run({sql::undrawCounterStep({}).text, steps[0].parameters});
         throw;
     }
 }
@@ -154,7 +152,7 @@ void Session::begin()
         throw data_errors::notAllowedInContext(); // one level
     try {
         run(sql::Step{"begin immediate", {}});
-    } catch (const RuntimeError &) {
+    } catch (const RuntimeError &) { // locked by somebody: the first statement inside tells it
         run(sql::Step{"begin", {}});
     }
     m_transaction = Transaction::Active;

@@ -128,5 +128,5 @@ void StoreFile::close()
     engine.swap(d->engine); // closed, whatever comes
     engine->run("commit");
     engine.reset();
-    database::syncFolderOf(d->path);
+    database::makeFolderDurable(d->path);
 }

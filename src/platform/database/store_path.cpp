@@ -155,9 +155,9 @@ void createEmptyFile(const QString &path)
     }
 }
 
-void syncFolderOf(const QString &path)
+void makeFolderDurable(const QString &path)
 {
-    if (const int error = ::syncFolderOf(path); error != 0)
+    if (const int error = syncFolderOf(path); error != 0)
         throw systemFailure(path, error);
 }
 

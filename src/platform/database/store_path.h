@@ -35,7 +35,7 @@ void copyWithJournal(sqlite3 *handle, const QString &target);
 /// missing, 75 for anything else.
 void createEmptyFile(const QString &path);
 
-/// Brings a folder's list of files to the disk. @throws RuntimeError
-void syncFolderOf(const QString &path);
+/// Brings the list of files in which a path stands to the disk. @throws RuntimeError
+void makeFolderDurable(const QString &path);
 
 } // namespace database

@@ -6,6 +6,7 @@
 #include "platform/ui/dialogs.h"
 #include "platform/ui/fonts.h"
 #include "platform/ui/hourglass.h"
+#include "platform/ui/wait.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QScopeGuard>

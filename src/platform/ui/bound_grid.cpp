@@ -1,10 +1,10 @@
 #include "platform/ui/bound_grid.h"
 
 #include "platform/runtime/runtime_error.h"
-#include "platform/ui/application.h"
 #include "platform/ui/bound_grid_model.h"
 #include "platform/ui/cell_delegate.h"
 #include "platform/ui/controls.h"
+#include "platform/ui/process.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QKeyEvent>

@@ -1,7 +1,7 @@
 #include "platform/ui/bound_grid_model.h"
 
 #include "platform/runtime/runtime_error.h"
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 
 #include <QtGui/QColor>
 

@@ -45,6 +45,7 @@ QString captionOf(const QObject *control);
 /// Nothing happens for kinds without a caption. An `&` in the caption marks the key of the next letter.
 void setCaption(QObject *control, const QString &caption);
 
+/// The direction of a widget. Entries of menus have none: they give false, and setting it does nothing.
 bool rightToLeftOf(const QObject *control);
 void setRightToLeft(QObject *control, bool on);
 

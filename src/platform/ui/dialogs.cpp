@@ -1,13 +1,18 @@
 #include "platform/ui/dialogs.h"
 
 #include "platform/runtime/runtime_error.h"
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "platform/ui/qt_dialogs.h"
 #include "platform/ui/screen.h"
+
+#include <QtGui/QGuiApplication>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
 DialogService *installed = nullptr;
+QString titleOfBoxes = u"Quvana"_s;
 
 /// A dialog has its own pointer, also one that comes up under the hourglass.
 class NoHourglass
@@ -43,6 +48,16 @@ DialogService *installDialogService(DialogService *service)
     DialogService *before = installed;
     installed = service;
     return before;
+}
+
+QString programTitle()
+{
+    return titleOfBoxes;
+}
+
+void setProgramTitle(const QString &title)
+{
+    titleOfBoxes = title;
 }
 
 void showMessage(const QString &text, MessageIcon icon, const QString &title)

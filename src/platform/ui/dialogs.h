@@ -55,11 +55,16 @@ public:
 /// ownership.
 DialogService *installDialogService(DialogService *service);
 
+/// The title of boxes that name none: "Quvana" until it is set.
+QString programTitle();
+void setProgramTitle(const QString &title);
+
 /// A box with one button.
 void showMessage(const QString &text, MessageIcon icon = MessageIcon::None, const QString &title = {});
 void showMessage(const MessageRequest &request);
 /// A Yes/No question; True for Yes.
 bool askYesNo(const QString &question, MessageIcon icon = MessageIcon::Question);
+/// The typed text; empty when cancelled.
 QString askText(const QString &prompt, const QString &title, const QString &defaultText);
 /// @throws RuntimeError 32755 when cancelled.
 FontChoice askFont(const FontChoice &initial);

@@ -47,8 +47,8 @@ public:
     /// Binds to a set; null unbinds and leaves the shown texts.
     void setDataSource(const RecordsetPtr &source);
 
-    int rows() const;
-    int cols() const;
+    int rows() const; ///< the heading row among them
+    int cols() const; ///< the fixed one among them
     int fixedRows() const { return 1; }
     int fixedCols() const;
     void setFixedCols(int count); ///< before binding; 0 or 1 empty columns in front of the data
@@ -57,6 +57,7 @@ public:
     void setFormatString(const QString &headings);
 
     QString textMatrix(int row, int column) const; ///< row 0 gives the visible heading
+    /// Writes over what the grid shows there; the set is not written. A reload takes it back.
     void setTextMatrix(int row, int column, const QString &text);
     /// Writes a column's values by a format from now on, in place of their plain texts.
     void setColFormat(int column, ColumnFormat format);
@@ -93,7 +94,7 @@ public:
     void setRowBackColor(int row, const QColor &color);
     void setCellBackColor(int row, int column, const QColor &color);
     void setHeadingBold(bool bold);
-    void setRedraw(bool on);
+    void setRedraw(bool on); ///< off: nothing is painted until it is on again
 
 Q_SIGNALS:
     /// Texts, headings and widths are the set's own again: who had rewritten them does it anew.

@@ -2,6 +2,8 @@
 
 #include "platform/ui/screen.h"
 
+#include <QtGui/QGuiApplication>
+
 /// The hourglass as long as it stands; one inside of another leaves it to that one.
 class Hourglass
 {

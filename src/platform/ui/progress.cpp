@@ -1,8 +1,9 @@
 #include "platform/ui/progress.h"
 
 #include "platform/database/recordset.h"
-#include "platform/ui/application.h"
+#include "platform/ui/dialogs.h"
 #include "platform/ui/qt_dialogs.h"
+#include "platform/ui/wait.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QScopeGuard>

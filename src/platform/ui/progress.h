@@ -83,7 +83,7 @@ public:
     bool goOn(int done, int all);
 
     /// Shows the window at once, without a bar when it can't be stopped, for a work that can't call goOn().
-    /// Serves events, but no keys and clicks. Returns the window's line.
+    /// Serves events, but no keys and clicks. Returns the window's line, which goes with the window.
     QLabel *show();
 
 private:

@@ -1,7 +1,6 @@
 #include "platform/ui/qt_dialogs.h"
 
 #include "platform/runtime/numbers.h"
-#include "platform/ui/application.h"
 #include "platform/ui/color_number.h"
 #include "platform/ui/fonts.h"
 #include "platform/ui/screen.h"
@@ -12,6 +11,7 @@
 #include <QtGui/QFontInfo>
 #include <QtGui/QScreen>
 #include <QtPrintSupport/QPrintDialog>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QColorDialog>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>

@@ -1,9 +1,10 @@
 #include "platform/ui/screen.h"
 
-#include "platform/ui/application.h"
 #include "platform/ui/controls.h"
+#include "platform/ui/process.h"
 #include "platform/ui/reading_order.h"
 #include "platform/ui/twips.h"
+#include "platform/ui/wait.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QScopedValueRollback>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QPixmap>
@@ -117,10 +117,8 @@ public:
     static void setHelp(std::function<void(Screen &asking)> help);
 
     static void *operator new(std::size_t size);
-    static void *operator new(std::size_t, void *where) noexcept
-    {
-        return where;
-    } // the meta types ask for it
+    /// The toolkit's meta types ask for it.
+    static void *operator new(std::size_t, void *where) noexcept { return where; }
     static void operator delete(void *memory);
 
 protected:
@@ -161,7 +159,6 @@ private:
     void orderTabs() const;
     void makeLegible(QWidget *control);
     void renderGround();
-
     void deleteWhenUnused();
 
     bool m_deletesItself = false;

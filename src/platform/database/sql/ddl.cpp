@@ -169,6 +169,11 @@ Step drawCounterStep(const QString &table)
     return counterStep("update system_counters set last = last + 1 where table_name = ?1", table);
 }
 
+Step undrawCounterStep(const QString &table)
+{
+    return counterStep("update system_counters set last = last - 1 where table_name = ?1", table);
+}
+
 Step raiseCounterStep(const QString &table, const QString &column)
 {
     const QByteArray largest = "(select max(" + quotedName(column) + ") from " + quotedName(table) + ')';
