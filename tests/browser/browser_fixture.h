@@ -2,7 +2,6 @@
 
 #include "browser/frmUniversalGrid.h"
 #include "core/engine.h"
-#include "platform/ui/application.h"
 #include "platform/ui/data_grid.h"
 #include "platform/ui/flex_grid.h"
 #include "support/select_dates.h"

@@ -1,6 +1,7 @@
 #include "browser_fixture.h"
 #include "platform/database/engine.h"
 #include "platform/database/session.h"
+#include "platform/ui/wait.h"
 
 #include <QtGui/QAction>
 #include <QtWidgets/QComboBox>

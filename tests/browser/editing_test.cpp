@@ -3,6 +3,7 @@
 #include "journal_tables.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/dates.h"
+#include "platform/ui/wait.h"
 
 #include <QtGui/QAction>
 

@@ -1,4 +1,4 @@
-#include "platform/ui/application.h"
+#include "platform/ui/process.h"
 #include "store/compaction.h"
 #include "store/data_helpers.h"
 #include "store/logical_tables.h"

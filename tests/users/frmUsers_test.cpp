@@ -1,5 +1,5 @@
 #include "platform/ui/bound_grid.h"
-#include "platform/ui/application.h"
+#include "platform/ui/wait.h"
 #include "support/screens.h"
 #include "support/store_fixture.h"
 #include "users/frmUsers.h"
