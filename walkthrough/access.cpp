@@ -241,6 +241,24 @@ bool isReadBefore(QWidget *first, QWidget *second, const QList<QWidget *> &all, 
     return one.bottom() < two.top() && (column || isParted(*a, *b, all));
 }
 
+/// Whether its kind is there to be typed into, picked from or pressed, so that Tab must come to it. Options
+/// are gone over by the arrows.
+bool takesInput(const QWidget &control)
+{
+    switch (kindOf(&control)) {
+    case ControlKind::CommandButton:
+    case ControlKind::CheckBox:
+    case ControlKind::TextBox:
+    case ControlKind::ComboBox:
+    case ControlKind::DTPicker:
+    case ControlKind::FlexGrid:
+    case ControlKind::DataGrid:
+        return true;
+    default:
+        return false;
+    }
+}
+
 /// Presses Tab until the keys are where they were before.
 QList<QWidget *> Check::tabbed()
 {
@@ -271,8 +289,8 @@ void Check::checkTabOrder()
     const auto widgets = m_screen.surface()->findChildren<QWidget *>();
     for (QWidget *widget : widgets) {
         const bool wanted = widget->isVisible() && widget->isEnabled() && widget->focusProxy() == nullptr &&
-                            (widget->focusPolicy() & Qt::TabFocus) && !widget->objectName().isEmpty() &&
-                            !widget->objectName().startsWith(u"qt_");
+                            (takesInput(*widget) || (widget->focusPolicy() & Qt::TabFocus)) &&
+                            !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
         if (wanted && !order.contains(widget))
             m_faults << u"Tab does not reach %1"_s.arg(widget->objectName());
     }

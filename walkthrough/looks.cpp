@@ -76,6 +76,7 @@ private:
     void lookAtRoom(const QWidget &control);
     void lookAtTitle(const QGroupBox &frame);
     void lookAtText(const QWidget &control, const QString &text, Qt::Alignment alignment);
+    void lookAtPlaceholder(const QString &name, const QLineEdit &line);
     void lookAtInk(const QWidget &control);
     void lookAtGrid(const QTableView &grid);
     void lookAtHeadings(const QHeaderView &headings, const QString &grid);
@@ -256,6 +257,8 @@ void LookCheck::lookAtRoom(const QWidget &control)
         QSize longest(0, needs(anything, centred).height());
         for (int i = 0; i < combo->count(); ++i)
             longest = longest.expandedTo(needs(combo->itemText(i), centred));
+        if (const QLineEdit *line = combo->lineEdit())
+            longest = longest.expandedTo(needs(line->placeholderText(), centred));
         requireRoom(name, longest, field.size() - QSize(4, 0));
     } else if (const auto *box = qobject_cast<const QLineEdit *>(&control)) {
         const QString text = box->displayText().isEmpty() ? box->placeholderText() : box->displayText();
@@ -292,6 +295,13 @@ void LookCheck::lookAtText(const QWidget &control, const QString &text, Qt::Alig
         tell(control.objectName(), u"turns numbers around: "_s + text);
 }
 
+void LookCheck::lookAtPlaceholder(const QString &name, const QLineEdit &line)
+{
+    if (!line.placeholderText().isEmpty())
+        requireContrast(name, line, line.palette().color(QPalette::Active, QPalette::PlaceholderText),
+                        line.rect().adjusted(3, 0, -3, 0));
+}
+
 void LookCheck::lookAtInk(const QWidget &control)
 {
     constexpr int markWidth = 28; // of an option, a check box or the arrow of a box
@@ -313,14 +323,14 @@ void LookCheck::lookAtInk(const QWidget &control)
         const QRect title(2, 0, frame->width() - 4, frame->fontMetrics().height());
         if (!frame->title().isEmpty())
             requireContrast(name, control, inkOf(control), title);
-    } else if (qobject_cast<const QComboBox *>(&control)) {
+    } else if (const auto *combo = qobject_cast<const QComboBox *>(&control)) {
         requireContrast(name, control, inkOf(control), whole.adjusted(markWidth - atLeft, 0, -atLeft, 0));
+        if (combo->lineEdit())
+            lookAtPlaceholder(name, *combo->lineEdit());
     } else if (const QLineEdit *line = lineOf(control)) {
         const QPalette colors = line->palette();
-        const QRect text = line->rect().adjusted(3, 0, -3, 0);
-        requireContrast(name, *line, inkOf(*line), text);
-        if (!line->placeholderText().isEmpty())
-            requireContrast(name, *line, colors.color(QPalette::Active, QPalette::PlaceholderText), text);
+        requireContrast(name, *line, inkOf(*line), line->rect().adjusted(3, 0, -3, 0));
+        lookAtPlaceholder(name, *line);
         requireContrast(name, colors.color(QPalette::Active, QPalette::HighlightedText),
                         colors.color(QPalette::Active, QPalette::Highlight));
     } else if (const auto *text = qobject_cast<const QPlainTextEdit *>(&control)) {
@@ -350,7 +360,7 @@ void LookCheck::lookAtGrid(const QTableView &grid)
 {
     lookAtHeadings(*grid.horizontalHeader(), grid.objectName());
     const QRect view = grid.viewport()->rect();
-    const QPalette colors = grid.palette();
+    const QPalette &colors = grid.palette();
     QStringList told;
     for (int row = grid.rowAt(0); row >= 0 && row < grid.model()->rowCount(); ++row)
         for (int column = 0; column < grid.model()->columnCount(); ++column) {
