@@ -35,10 +35,9 @@ void lookAtFiles(const PlainTexts &texts, const QString &folder, const Course &c
         else
             findings.finding(u"left: "_s + name);
     }
-    for (const QString &path :
-         texts.filesWithOne({QDir::tempPath(), QDir::homePath()}, // the folder is there too
-
-                            [&](const QString &one) { return isWorkbook(one) || hidden.contains(one); }))
+    const auto exempt = [&](const QString &one) { return isWorkbook(one) || hidden.contains(one); };
+    // The folder is there too.
+    for (const QString &path : texts.filesWithOne({QDir::tempPath(), QDir::homePath()}, exempt))
         findings.finding(u"readable text in "_s + path);
 }
 

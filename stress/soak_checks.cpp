@@ -2,6 +2,7 @@
 
 #include "core/engine.h"
 #include "platform/database/engine.h"
+#include "stress/plain_text.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
@@ -17,36 +18,18 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 
-/// What stands in columns of the store: planted texts, a member, a word of the lists, an amount of the
-/// template as it is stored.
-const QList<QByteArray> &needles()
+/// What stands in columns of the store: planted texts, a member, words of the lists.
+const PlainTexts &plainTexts()
 {
-    static const QList<QByteArray> all = [] {
-        QList<QByteArray> list;
-        for (const QString &text : {u"planted"_s, u"eldest"_s, u"Property Rentals"_s, u"إيجار"_s}) {
-            list << text.toUtf8();
-            const auto *units = reinterpret_cast<const char *>(text.utf16());
-            list << QByteArray(units, text.size() * 2);
-            QByteArray swapped = list.last();
-            for (qsizetype i = 0; i + 1 < swapped.size(); i += 2)
-                std::swap(swapped[i], swapped[i + 1]);
-            list << swapped;
-        }
-        return list;
-    }();
-    return all;
+    static const PlainTexts texts({u"planted"_s, u"eldest"_s, u"Property Rentals"_s, u"إيجار"_s});
+    return texts;
 }
 
 void expectNoneIn(const QString &path, const QString &name)
 {
     QFile file(path);
-    if (!file.open(QFile::ReadOnly))
-        return;
-    const QByteArray content = file.readAll();
-    for (const QByteArray &needle : needles()) {
-        if (content.contains(needle))
-            throw std::runtime_error("readable text of the store in " + name.toStdString());
-    }
+    if (file.open(QFile::ReadOnly) && plainTexts().standIn(file.readAll()))
+        throw std::runtime_error("readable text of the store in " + name.toStdString());
 }
 
 bool isBelow(const QString &path, const QString &folder)

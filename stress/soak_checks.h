@@ -24,10 +24,9 @@ QStringList filesIn(const QStringList &folders, const QString &exports);
 /// One look at the process.
 struct SoakSample {
     int operation = 0;
-    double residentKib = 0; ///< behind a trim of the heap
-    double anonymousKib =
-        0;              ///< of it, what the process itself wrote; the rest are pages of the program's files
-    double heapKib = 0; ///< that the program holds
+    double residentKib = 0;  ///< behind a trim of the heap
+    double anonymousKib = 0; ///< of it, what the process itself wrote and no file holds
+    double heapKib = 0;      ///< that the program holds
     int openFiles = 0;
     int widgets = 0;
 };

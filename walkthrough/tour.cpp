@@ -1,20 +1,18 @@
 #include "tour.h"
 
 #include "every_screen.h"
+#include "hand.h"
 #include "platform/ui/screen.h"
-
-#include <QtCore/QDir>
 
 using namespace Qt::Literals::StringLiterals;
 
 void takeTour(const QString &folder)
 {
-    QDir().mkpath(folder);
     for (const Look look :
          {Look{true, 8, true}, Look{false, 8, true}, Look{true, 12, false}, Look{false, 12, false}}) {
         const QString suffix = u"-%1-%2.png"_s.arg(look.arabic ? u"arabic"_s : u"english"_s).arg(look.points);
         visitEveryScreen(look, [&](Screen &screen, const QString &name) {
-            screen.grab().save(folder + u'/' + name + suffix);
+            hand::savePicture(screen, folder + u'/' + name + suffix);
         });
     }
 }

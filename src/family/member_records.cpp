@@ -29,12 +29,18 @@ QString relationWord(qint32 code)
     return code == 1 ? u"Wife"_s : code == 2 ? u"Son"_s : code == 3 ? u"Daughter"_s : u"Unknown"_s;
 }
 
+/// The table of the codes of a stem: `sexes`, `relations`.
+QString codeTable(const QString &stem)
+{
+    return stem + (stem == u"sex" ? u"es"_s : u"s"_s);
+}
+
 } // namespace
 
 QStringList codeNames(const QString &stem)
 {
-    const auto rows = openRows(u"select "_s + stem + engine.languageSuffix + u" from "_s + stem +
-                               (stem == u"sex" ? u"es"_s : u"s"_s) + u" order by id"_s);
+    const auto rows = openRows(u"select "_s + stem + engine.languageSuffix + u" from "_s + codeTable(stem) +
+                               u" order by id"_s);
     QStringList names;
     for (int i = 0; i < rows->rowCount(); ++i)
         names << rows->valueAt(i, 0).toText();
@@ -44,8 +50,8 @@ QStringList codeNames(const QString &stem)
 
 Value codeOf(const QString &stem, const QString &word)
 {
-    const auto rows = openRows(u"select id from "_s + stem + (stem == u"sex" ? u"es"_s : u"s"_s) +
-                               u" where "_s + stem + engine.languageSuffix + u"='"_s + word + u'\'');
+    const auto rows = openRows(u"select id from "_s + codeTable(stem) + u" where "_s + stem +
+                               engine.languageSuffix + u"='"_s + word + u'\'');
     Value code = rows->value(0);
     rows->close();
     return code;

@@ -231,7 +231,7 @@ void frmMain::mnuFont_Click()
     try {
         chooseFont();
     } catch (const RuntimeError &error) {
-        if (error.number() != runtime_errors::cancelled().number())
+        if (!runtime_errors::isCancelled(error))
             showMessage(error.description());
     }
 }
