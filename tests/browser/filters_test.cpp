@@ -1,3 +1,4 @@
+#include "browser/filters.h"
 #include "browser_fixture.h"
 
 #include <QtCore/QHash>
@@ -71,6 +72,35 @@ protected:
 private:
     QHash<QString, QString> m_stored;
 };
+
+TEST_F(FiltersTest, EveryOrderOfChoicesSelectsTheRowsOfTheStore)
+{
+    const auto rows = Recordset::create();
+    rows->open(u"select * from ledger"_s, engine.dbConnection, CursorType::Static);
+    const auto shown = [&] {
+        QStringList numbers;
+        for (int row = 0; row < rows->rowCount(); ++row)
+            numbers << rows->valueAt(row, 2).toText();
+        return numbers.join(u' ');
+    };
+    const std::function<void(const Filters &, const Presses &, QStringList)> chooseEach =
+        [&](const Filters &before, const Presses &toldBefore, const QStringList &order) {
+            for (int item = 0; item < items.size() && order.size() < 4; ++item) {
+                Filters filters = before;
+                Presses told = toldBefore;
+                const bool changes = item < 3   ? filters.choose(Filters::Valid(item))
+                                     : item < 6 ? filters.choose(Filters::Credit(item == 5 ? 2 : 4 - item))
+                                                : filters.choose(QStringList{u"Ali"_s, u"Sara"_s});
+                const QString expected = stored(told.press(items[item]));
+                if (changes) {
+                    rows->setFilter(item == 6 ? filters.namesFilter : filters.combinedFilter);
+                    ASSERT_EQ(shown(), expected) << order.join(u' ').toStdString() << ' ' << item;
+                }
+                chooseEach(filters, told, order + QStringList(items[item]));
+            }
+        };
+    chooseEach({}, {}, {});
+}
 
 TEST_F(FiltersTest, PressesShowTheRowsThatTheyChoose)
 {
