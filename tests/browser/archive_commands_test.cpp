@@ -67,11 +67,10 @@ protected:
         dialogs.expectMessage(u"Archiving Finished sucessfully..  تمت عملية الأرشفه بنجاح"_s);
         chooseMenu(screen, "mnuArchive");
     }
-    void show(const Screen &screen, const QString &entry, bool yes = true)
+    void show(const Screen &screen, const QString &entry)
     {
-        const QString question =
-            u"Are you sure you want to load this archive?  هل أنت متأكد بأنك تريد مراجعة هذا الإرشيف؟"_s;
-        yes ? dialogs.expectYes(question) : dialogs.expectNo(question);
+        dialogs.expectYes(
+            u"Are you sure you want to load this archive?  هل أنت متأكد بأنك تريد مراجعة هذا الإرشيف؟"_s);
         choose(screen, "ArchivesList", entry);
     }
     /// The list's text and entries, `-` in front of a hidden list; the caption; the transactions on show.

@@ -74,7 +74,6 @@ TEST_F(ArchiveTablesTest, ListsATableWithItsArchivesAndTheirIntervals)
     EXPECT_EQ(listed(u"general"_s), QStringList(u"general"_s));
     EXPECT_EQ(listed(u"audit_general"_s), QStringList({u"audit_general"_s, u"audit_general1"_s}));
     EXPECT_EQ(listed(u"none"_s), QStringList());
-    EXPECT_EQ(listed(u""_s), QStringList());
     EXPECT_EQ(failureOf([&] { listed(u"o'hara"_s); }), -2147217900);
 }
 
