@@ -68,7 +68,9 @@ TEST(Pause, ServesEventsWithoutBurningACoreAndEndsOnlyWithTheProcess)
     Pause(0);
     const std::clock_t begin = std::clock();
     EXPECT_TRUE(processEnded(3, [] {
-        QTimer::singleShot(300, qApp, [] { endProcess(3); });
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &timer, [] { endProcess(3); });
+        timer.start(300);
         Pause(1000);
         ADD_FAILURE() << "a statement behind the wait ran";
     }));
