@@ -38,7 +38,8 @@ protected:
                                              {u'<', Qt::Key_Backtab}, {u'/', Qt::Key_Return},
                                              {u'!', Qt::Key_Escape},  {u'v', Qt::Key_Down}};
         for (const QChar c : text) {
-            QWidget &target = editor() ? *static_cast<QWidget *>(editor()) : grid;
+            QLineEdit *open = editor();
+            QWidget &target = open ? static_cast<QWidget &>(*open) : grid;
             if (named.contains(c))
                 pressKey(target, named[c]);
             else
