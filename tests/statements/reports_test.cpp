@@ -45,6 +45,7 @@ TEST_F(StoreFixture, GivesControlsTheSession)
     };
     EXPECT_EQ(reformatted(true), u"300| 11 123456 1 0|Number 11 123456 1 0|CREDITORDEBIT 11 123456 1 0|"
                                  "2004m3d15 11 123456 1 0| 11 123456 1 0| 11 123456 1 0| 8 0 0 0"_s);
+    EXPECT_EQ(control(Type::Function).typeName(), u"RptFunction"_s);
     setLanguage(true);
     EXPECT_EQ(reformatted(false),
               u"1440| 11 0 0 1|"_s + u"الرقم"_s + u" 11 123456 0 0|"_s + u"له أو عليه"_s +

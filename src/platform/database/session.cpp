@@ -141,7 +141,7 @@ void Session::writeDrawn(const std::vector<sql::Step> &steps)
         run(steps[1]);
     } catch (const RuntimeError &) {
         if (!m_engine.autocommit())
-            run({sql::undrawCounterStep({}).text, steps[0].parameters});
+            run(sql::undrawCounterStep(steps[0]));
         throw;
     }
 }

@@ -34,6 +34,10 @@ struct ReportControl {
     Alignment alignment = Alignment::Start;
     bool canGrow = false; ///< a text longer than its place wraps and makes the section higher
     QPixmap image = {};   ///< of an image
+
+    /// The kind as reports have always named it: "RptLabel", "RptTextBox", "RptFunction", "RptLine",
+    /// "RptImage".
+    QString typeName() const;
 };
 
 /// One of the five bands of a report.

@@ -169,9 +169,9 @@ Step drawCounterStep(const QString &table)
     return counterStep("update system_counters set last = last + 1 where table_name = ?1", table);
 }
 
-Step undrawCounterStep(const QString &table)
+Step undrawCounterStep(const Step &draw)
 {
-    return counterStep("update system_counters set last = last - 1 where table_name = ?1", table);
+    return {"update system_counters set last = last - 1 where table_name = ?1", draw.parameters};
 }
 
 Step raiseCounterStep(const QString &table, const QString &column)

@@ -41,8 +41,8 @@ QByteArray createCountersText();
 Step startCounterStep(const QString &table);
 /// Draws the next number of a table's counter: it is `last` afterwards.
 Step drawCounterStep(const QString &table);
-/// Gives the number drawn last back.
-Step undrawCounterStep(const QString &table);
+/// Gives back the number that such a step has drawn.
+Step undrawCounterStep(const Step &draw);
 /// Raises a counter to the largest number that stands in its column, when that is larger.
 Step raiseCounterStep(const QString &table, const QString &column);
 /// Drops a counter with its table.
